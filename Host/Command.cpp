@@ -1,0 +1,50 @@
+#include "Host/Command.hpp"
+
+#include <algorithm>
+#include <iostream>
+
+namespace qrv::host {
+namespace {
+std::vector<RegisteredCommand>& registry() {
+    static std::vector<RegisteredCommand> commands;
+    return commands;
+}
+int& exitCodeStorage() {
+    static int code = kExitOk;
+    return code;
+}
+}  // namespace
+
+CommandRegistration::CommandRegistration(std::string name, Setup setup) {
+    registry().push_back({std::move(name), std::move(setup)});
+}
+
+std::vector<RegisteredCommand> registeredCommands() {
+    auto commands = registry();
+    std::sort(commands.begin(), commands.end(),
+              [](const auto& a, const auto& b) { return a.name < b.name; });
+    return commands;
+}
+
+void setExitCode(int code) { exitCodeStorage() = code; }
+int exitCode() { return exitCodeStorage(); }
+
+int runMain(int argc, char** argv) {
+    CLI::App app{"qrv-widgets: the Quorvane widgets host. Reads the app-group store, asks the "
+                 "widgets' providers for timelines, draws the widgets and runs their buttons."};
+    app.require_subcommand(1);
+    for (const auto& command : registeredCommands()) command.setup(app);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp& e) {
+        return app.exit(e);
+    } catch (const CLI::CallForAllHelp& e) {
+        return app.exit(e);
+    } catch (const CLI::ParseError& e) {
+        app.exit(e);
+        return kExitUsage;
+    }
+    return exitCode();
+}
+
+}  // namespace qrv::host

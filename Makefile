@@ -1,0 +1,51 @@
+# The project's front door: `make demo` and `make test`.
+.PHONY: all deps build test test-debug test-tsan demo release bench fuzz fuzz-smoke clean
+
+JOBS ?= $(shell nproc)
+FUZZ_SECONDS ?= 60
+
+all: build
+
+deps:
+	@scripts/install-deps
+
+build: deps
+	cmake --preset debug
+	cmake --build --preset debug -j $(JOBS)
+
+# Everything under ASan+UBSan, the concurrency tests again under TSan, and a
+# short run of each fuzz target so they keep building and running.
+test: deps test-debug test-tsan fuzz-smoke
+
+test-debug:
+	cmake --preset debug
+	cmake --build --preset debug -j $(JOBS)
+	ctest --preset debug
+
+test-tsan:
+	cmake --preset tsan
+	cmake --build --preset tsan -j $(JOBS) --target tests_concurrency
+	ctest --preset tsan
+
+release: deps
+	cmake --preset release
+	cmake --build --preset release -j $(JOBS)
+
+demo: release
+	scripts/demo build/release
+
+bench: release
+	scripts/bench build/release
+
+fuzz: deps
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
+	scripts/fuzz build/fuzz $(FUZZ_SECONDS)
+
+fuzz-smoke: deps
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
+	scripts/fuzz build/fuzz 5
+
+clean:
+	rm -rf build gallery
