@@ -1,0 +1,60 @@
+#include "Platform/dispatch/MainQueue.hpp"
+#include "Platform/dispatch/ThreadPoolExecutor.hpp"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <set>
+#include <thread>
+#include <vector>
+
+namespace qrv::platform {
+namespace {
+
+// Work sent from the pool's threads back to the main queue runs on the thread
+// that drains it, every item exactly once.
+TEST(DispatchConcurrencyTest, PoolWorkDeliversOnTheDrainingThread) {
+    MainQueue main;
+    std::vector<int> delivered;  // touched only on this thread
+    std::set<std::thread::id> workers;
+    std::mutex workersMutex;
+    constexpr int kItems = 200;
+    {
+        ThreadPoolExecutor pool(3);
+        for (int i = 0; i < kItems; ++i) {
+            pool.async([&, i] {
+                {
+                    std::lock_guard lock(workersMutex);
+                    workers.insert(std::this_thread::get_id());
+                }
+                main.async([&delivered, i] { delivered.push_back(i); });
+            });
+        }
+        ASSERT_TRUE(main.runUntil([&] { return delivered.size() == kItems; }, std::chrono::seconds(30)));
+    }
+    std::set<int> unique(delivered.begin(), delivered.end());
+    EXPECT_EQ(unique.size(), static_cast<std::size_t>(kItems));
+    EXPECT_EQ(workers.count(std::this_thread::get_id()), 0u);
+}
+
+TEST(DispatchConcurrencyTest, PoolRunsQueuedWorkBeforeItIsDestroyed) {
+    std::atomic<int> ran{0};
+    {
+        ThreadPoolExecutor pool(2);
+        for (int i = 0; i < 50; ++i) pool.async([&] { ran.fetch_add(1); });
+    }
+    EXPECT_EQ(ran.load(), 50);
+}
+
+TEST(DispatchConcurrencyTest, GlobalBackgroundQueueIsSharedAndSmall) {
+    auto queue = globalBackgroundQueue();
+    EXPECT_EQ(queue, globalBackgroundQueue());
+    auto* pool = dynamic_cast<ThreadPoolExecutor*>(queue.get());
+    ASSERT_NE(pool, nullptr);
+    EXPECT_GE(pool->threadCount(), 2u);
+    EXPECT_LE(pool->threadCount(), 4u);
+}
+
+}  // namespace
+}  // namespace qrv::platform
