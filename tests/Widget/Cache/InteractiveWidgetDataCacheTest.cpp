@@ -1,0 +1,168 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <limits>
+#include <string>
+
+#include "Platform/coding/JSONDecoder.hpp"
+#include "Widget/Cache/InteractiveWaterData.hpp"
+#include "Widget/Cache/InteractiveWidgetDataCacheReader.hpp"
+#include "Widget/Cache/InteractiveWidgetDataCacheWriter.hpp"
+
+using namespace qrv::widget;
+using qrv::platform::bytesOf;
+using qrv::platform::Date;
+using qrv::platform::PropertyListValue;
+using qrv::platform::UserDefaults;
+
+namespace {
+
+constexpr std::string_view kKey = "WaterInteractiveData";
+
+PropertyListValue::Data dataOf(std::string_view json) { return {json.begin(), json.end()}; }
+std::string textOf(const PropertyListValue::Data& data) { return {data.begin(), data.end()}; }
+
+TEST(InteractiveWaterDataCodingTest, DecodesOnlyCompleteRecords) {
+    struct Case {
+        const char* json;
+        bool decodes;
+    };
+    const Case cases[] = {
+        {R"([])", true},
+        {R"([{"date":754000000,"waterValue":250,"waterUnit":"ml"}])", true},
+        {R"([{"waterUnit":"cups","extra":null,"waterValue":2.5,"date":-1.5}])", true},
+        {R"([{"date":754000000,"waterValue":250}])", false},                       // key missing
+        {R"([{"date":754000000,"waterValue":250,"waterUnit":"ML"}])", false},      // unit is case-sensitive
+        {R"([{"date":754000000,"waterValue":null,"waterUnit":"ml"}])", false},
+        {R"([{"date":"2024-01-01","waterValue":250,"waterUnit":"ml"}])", false},  // dates are numbers
+        {R"([{"date":754000000,"waterValue":1e39,"waterUnit":"ml"}])", false},    // beyond a float
+        {R"({"date":754000000,"waterValue":250,"waterUnit":"ml"})", false},       // not a list
+        {R"([{"date":754000000,"waterValue":250,"waterUnit":"ml"})", false},      // truncated
+        {"", false},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(decodeInteractiveWaterDataList(bytesOf(c.json)).has_value(), c.decodes) << c.json;
+}
+
+TEST(InteractiveWaterDataCodingTest, EncodesCompactlyAndRoundTrips) {
+    const InteractiveWaterDataList records{{Date{754000000.5}, 250, WaterWidgetUnit::ml},
+                                           {Date{-978307200}, 0.1f, WaterWidgetUnit::cups},
+                                           {Date{1e-5}, 8, WaterWidgetUnit::oz}};
+    const auto bytes = encodeInteractiveWaterDataList(records);
+    EXPECT_EQ(textOf(bytes), R"([{"date":754000000.5,"waterValue":250,"waterUnit":"ml"},)"
+                             R"({"date":-978307200,"waterValue":0.1,"waterUnit":"cups"},)"
+                             R"({"date":1e-05,"waterValue":8,"waterUnit":"oz"}])");
+    EXPECT_EQ(decodeInteractiveWaterDataList(bytes), records);
+    EXPECT_THROW(encodeInteractiveWaterDataList({{Date{0}, std::numeric_limits<float>::quiet_NaN(), WaterWidgetUnit::oz}}),
+                 InteractiveDataEncodingError);
+}
+
+// Some other kind of record, to see what the writer does with it.
+struct OtherData final : InteractiveWidgetData {};
+
+class InteractiveCacheTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        char pattern[] = "/tmp/qrv-interactive-XXXXXX";
+        ASSERT_NE(::mkdtemp(pattern), nullptr);
+        dir_ = pattern;
+        store_ = UserDefaults::atPath(dir_ / "store.plist");
+    }
+    void TearDown() override { std::filesystem::remove_all(dir_); }
+
+    InteractiveWidgetDataCacheReader reader() const {
+        return InteractiveWidgetDataCacheReader(
+            {{InteractiveWidgetDataType::water, std::make_shared<InteractiveWaterDataReadStrategy>(std::string(kKey))}},
+            store_);
+    }
+    InteractiveWidgetDataCacheWriter writer() const {
+        return InteractiveWidgetDataCacheWriter(
+            {{InteractiveWidgetDataType::water, std::make_shared<InteractiveWaterDataWriteStrategy>(std::string(kKey))}},
+            store_);
+    }
+
+    std::filesystem::path dir_;
+    std::shared_ptr<UserDefaults> store_;
+};
+
+TEST_F(InteractiveCacheTest, WritesAppendInOrderAndReadBackEveryDay) {
+    EXPECT_FALSE(reader().readWater());
+    auto w = writer();
+    const InteractiveWaterDataList taps{{Date{754000000}, 250, WaterWidgetUnit::ml},
+                                        {Date{754000000 - 86400}, 2, WaterWidgetUnit::cups},  // yesterday
+                                        {Date{754000001}, 8, WaterWidgetUnit::oz},
+                                        {Date{754000002}, 250, WaterWidgetUnit::ml}};
+    for (std::size_t i = 0; i < taps.size(); ++i) {
+        EXPECT_EQ(w.write(taps[i], InteractiveWidgetDataType::water), InteractiveWriteResult::stored);
+        EXPECT_EQ(reader().readWater(), InteractiveWaterDataList(taps.begin(), taps.begin() + i + 1));
+    }
+    ASSERT_TRUE(store_->data(kKey));
+}
+
+TEST_F(InteractiveCacheTest, ReaderGivesNothingForWhatDoesNotDecode) {
+    const PropertyListValue stored[] = {PropertyListValue("[]"), PropertyListValue(std::int64_t{3}),
+                                        PropertyListValue(dataOf("not json"))};
+    for (const auto& value : stored) {
+        store_->set(kKey, value);
+        EXPECT_FALSE(reader().read(InteractiveWidgetDataType::water).has_value());
+    }
+    const InteractiveWidgetDataCacheReader noStrategies({}, store_);
+    EXPECT_FALSE(noStrategies.read(InteractiveWidgetDataType::water).has_value());
+}
+
+TEST_F(InteractiveCacheTest, UnreadableListIsKeptAndWhatStillReadsCarriesOver) {
+    const std::string damaged = R"([{"date":1,"waterValue":250,"waterUnit":"ml"},)"
+                                R"({"date":2,"waterValue":9,"waterUnit":"litres"},)"
+                                R"({"date":3,"waterValue":8,"waterUnit":"oz"}])";
+    struct Case {
+        PropertyListValue stored;
+        InteractiveWaterDataList carried;
+    };
+    const Case cases[] = {
+        {PropertyListValue(dataOf(damaged)), {{Date{1}, 250, WaterWidgetUnit::ml}, {Date{3}, 8, WaterWidgetUnit::oz}}},
+        {PropertyListValue(dataOf("\x01garbage")), {}},
+        {PropertyListValue("a string"), {}},
+    };
+    const InteractiveWaterData tap{Date{10}, 250, WaterWidgetUnit::ml};
+    for (const auto& c : cases) {
+        store_->removeObject("WaterInteractiveDataUnreadable");
+        store_->set(kKey, c.stored);
+        EXPECT_EQ(writer().write(tap, InteractiveWidgetDataType::water), InteractiveWriteResult::stored);
+        auto expected = c.carried;
+        expected.push_back(tap);
+        EXPECT_EQ(reader().readWater(), expected);
+        // The value that did not read is kept, byte for byte.
+        const auto kept = store_->object("WaterInteractiveDataUnreadable");
+        ASSERT_TRUE(kept && kept->arrayValue());
+        EXPECT_EQ(*kept->arrayValue(), PropertyListValue::Array{c.stored});
+    }
+}
+
+TEST_F(InteractiveCacheTest, OtherKindsRemoveTheListAndBadRecordsLeaveItAlone) {
+    auto w = writer();
+    const InteractiveWaterData tap{Date{10}, 250, WaterWidgetUnit::ml};
+    ASSERT_EQ(w.write(tap, InteractiveWidgetDataType::water), InteractiveWriteResult::stored);
+
+    const InteractiveWaterData notANumber{Date{11}, std::numeric_limits<float>::infinity(), WaterWidgetUnit::ml};
+    EXPECT_EQ(w.write(notANumber, InteractiveWidgetDataType::water), InteractiveWriteResult::failed);
+    EXPECT_EQ(reader().readWater(), InteractiveWaterDataList{tap});
+
+    InteractiveWidgetDataCacheWriter noStrategies({}, store_);
+    EXPECT_EQ(noStrategies.write(tap, InteractiveWidgetDataType::water), InteractiveWriteResult::noStrategy);
+    EXPECT_EQ(reader().readWater(), InteractiveWaterDataList{tap});
+
+    EXPECT_EQ(w.write(OtherData{}, InteractiveWidgetDataType::water), InteractiveWriteResult::removed);
+    EXPECT_FALSE(store_->object(kKey));
+}
+
+TEST(InteractiveSharedInstancesTest, UseTheWaterInteractiveDataKey) {
+    auto& reader = InteractiveWidgetDataCacheReader::shared();
+    auto& writer = InteractiveWidgetDataCacheWriter::shared();
+    EXPECT_EQ(&reader, &InteractiveWidgetDataCacheReader::shared());
+    EXPECT_EQ(reader.strategies().at(InteractiveWidgetDataType::water)->dataKey(), kKey);
+    EXPECT_EQ(writer.strategies().at(InteractiveWidgetDataType::water)->dataKey(), kKey);
+}
+
+}  // namespace
