@@ -1,0 +1,267 @@
+#include "Platform/store/PropertyList.hpp"
+
+#include <plist/plist.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+#include <utility>
+
+namespace qrv::platform {
+
+namespace {
+
+// Owns one libplist node tree (or nothing). Child nodes handed to a container
+// are released first, since the container then frees them.
+class PlistNode {
+public:
+    PlistNode() = default;
+    explicit PlistNode(plist_t node) noexcept : node_(node) {}
+    PlistNode(PlistNode&& other) noexcept : node_(std::exchange(other.node_, nullptr)) {}
+    PlistNode& operator=(PlistNode&& other) noexcept {
+        if (this != &other) {
+            reset();
+            node_ = std::exchange(other.node_, nullptr);
+        }
+        return *this;
+    }
+    PlistNode(const PlistNode&) = delete;
+    PlistNode& operator=(const PlistNode&) = delete;
+    ~PlistNode() { reset(); }
+
+    plist_t get() const noexcept { return node_; }
+    plist_t release() noexcept { return std::exchange(node_, nullptr); }
+    explicit operator bool() const noexcept { return node_ != nullptr; }
+
+private:
+    void reset() noexcept {
+        if (node_ != nullptr) {
+            plist_free(node_);
+            node_ = nullptr;
+        }
+    }
+    plist_t node_ = nullptr;
+};
+
+// Buffers and iterators that libplist hands out with malloc.
+struct MallocFree {
+    void operator()(void* pointer) const noexcept { std::free(pointer); }
+};
+using MallocString = std::unique_ptr<char, MallocFree>;
+using MallocIterator = std::unique_ptr<void, MallocFree>;
+
+// Deeper than anything a real store holds; stops hostile files from exhausting the stack.
+constexpr int kMaxDepth = 512;
+
+// Iterators, not indexed access: plist_array_get_item walks the list from the start.
+template <class Visit>
+void forEachArrayItem(plist_t array, Visit&& visit) {
+    plist_array_iter rawIter = nullptr;
+    plist_array_new_iter(array, &rawIter);
+    MallocIterator iter(rawIter);
+    for (;;) {
+        plist_t item = nullptr;
+        plist_array_next_item(array, iter.get(), &item);
+        if (item == nullptr) {
+            break;
+        }
+        visit(item);
+    }
+}
+
+template <class Visit>
+void forEachDictItem(plist_t dict, Visit&& visit) {
+    plist_dict_iter rawIter = nullptr;
+    plist_dict_new_iter(dict, &rawIter);
+    MallocIterator iter(rawIter);
+    for (;;) {
+        char* rawKey = nullptr;
+        plist_t item = nullptr;
+        plist_dict_next_item(dict, iter.get(), &rawKey, &item);
+        MallocString key(rawKey);
+        if (item == nullptr) {
+            break;
+        }
+        visit(std::string(key ? key.get() : ""), item);
+    }
+}
+
+void requireNoNul(std::string_view text, const char* what) {
+    if (text.find('\0') != std::string_view::npos) {
+        throw PropertyListError(std::string("a property-list ") + what + " cannot contain a NUL character");
+    }
+}
+
+PlistNode toNode(const PropertyListValue& value, int depth) {
+    if (depth > kMaxDepth) {
+        throw PropertyListError("property list nests too deeply to be written");
+    }
+    using Type = PropertyListValue::Type;
+    switch (value.type()) {
+        case Type::data: {
+            const auto& bytes = *value.dataValue();
+            static const char empty = 0;
+            const char* start = bytes.empty() ? &empty : reinterpret_cast<const char*>(bytes.data());
+            return PlistNode(plist_new_data(start, bytes.size()));
+        }
+        case Type::boolean:
+            return PlistNode(plist_new_bool(*value.booleanValue() ? 1 : 0));
+        case Type::integer:
+            // Stored as the unsigned bit pattern; the binary writer emits negative
+            // numbers as 8-byte signed integers and the XML writer as signed text.
+            return PlistNode(plist_new_uint(static_cast<std::uint64_t>(*value.integerValue())));
+        case Type::real:
+            return PlistNode(plist_new_real(*value.realValue()));
+        case Type::string: {
+            const auto& text = *value.stringValue();
+            requireNoNul(text, "string");
+            return PlistNode(plist_new_string(text.c_str()));
+        }
+        case Type::date: {
+            // libplist takes whole seconds and microseconds, each a 32-bit number.
+            const double seconds = value.dateValue()->timeIntervalSinceReferenceDate;
+            const double whole = std::trunc(seconds);
+            if (!std::isfinite(seconds) || whole < std::numeric_limits<std::int32_t>::min() ||
+                whole > std::numeric_limits<std::int32_t>::max()) {
+                throw PropertyListError("date out of the range a property list can hold: " +
+                                        std::to_string(seconds));
+            }
+            const auto micro = static_cast<std::int32_t>(std::lround((seconds - whole) * 1e6));
+            return PlistNode(plist_new_date(static_cast<std::int32_t>(whole), micro));
+        }
+        case Type::array: {
+            PlistNode array(plist_new_array());
+            for (const auto& item : *value.arrayValue()) {
+                PlistNode child = toNode(item, depth + 1);
+                plist_array_append_item(array.get(), child.release());
+            }
+            return array;
+        }
+        case Type::dictionary: {
+            PlistNode dict(plist_new_dict());
+            for (const auto& [key, item] : *value.dictionaryValue()) {
+                requireNoNul(key, "key");
+                PlistNode child = toNode(item, depth + 1);
+                plist_dict_set_item(dict.get(), key.c_str(), child.release());
+            }
+            return dict;
+        }
+    }
+    throw PropertyListError("unknown property-list value kind");
+}
+
+PropertyListValue fromNode(plist_t node, int depth) {
+    if (depth > kMaxDepth) {
+        throw PropertyListError("property list nests too deeply");
+    }
+    switch (plist_get_node_type(node)) {
+        case PLIST_BOOLEAN: {
+            std::uint8_t flag = 0;
+            plist_get_bool_val(node, &flag);
+            return PropertyListValue(flag != 0);
+        }
+        case PLIST_UINT:
+        case PLIST_UID: {
+            std::uint64_t number = 0;
+            if (plist_get_node_type(node) == PLIST_UID) {
+                plist_get_uid_val(node, &number);
+            } else {
+                plist_get_uint_val(node, &number);
+            }
+            return PropertyListValue(static_cast<std::int64_t>(number));
+        }
+        case PLIST_REAL: {
+            double number = 0;
+            plist_get_real_val(node, &number);
+            return PropertyListValue(number);
+        }
+        case PLIST_STRING:
+        case PLIST_KEY: {
+            char* raw = nullptr;
+            if (plist_get_node_type(node) == PLIST_KEY) {
+                plist_get_key_val(node, &raw);
+            } else {
+                plist_get_string_val(node, &raw);
+            }
+            MallocString text(raw);
+            return PropertyListValue(std::string(text ? text.get() : ""));
+        }
+        case PLIST_DATE: {
+            std::int32_t seconds = 0;
+            std::int32_t micro = 0;
+            plist_get_date_val(node, &seconds, &micro);
+            // The microseconds come back without their sign for instants before 2001.
+            const double fraction = std::abs(micro) / 1e6;
+            const double total = seconds < 0 ? seconds - fraction : seconds + fraction;
+            return PropertyListValue(Date{total});
+        }
+        case PLIST_DATA: {
+            char* raw = nullptr;
+            std::uint64_t length = 0;
+            plist_get_data_val(node, &raw, &length);
+            MallocString bytes(raw);
+            const auto* start = reinterpret_cast<const std::uint8_t*>(bytes.get());
+            return PropertyListValue(start == nullptr ? PropertyListValue::Data{}
+                                                      : PropertyListValue::Data(start, start + length));
+        }
+        case PLIST_ARRAY: {
+            PropertyListValue::Array items;
+            items.reserve(plist_array_get_size(node));
+            forEachArrayItem(node, [&](plist_t item) { items.push_back(fromNode(item, depth + 1)); });
+            return PropertyListValue(std::move(items));
+        }
+        case PLIST_DICT: {
+            PropertyListValue::Dictionary entries;
+            forEachDictItem(node, [&](std::string key, plist_t item) {
+                entries.insert_or_assign(std::move(key), fromNode(item, depth + 1));
+            });
+            return PropertyListValue(std::move(entries));
+        }
+        case PLIST_NONE:
+            break;
+    }
+    throw PropertyListError("property list holds a value of unknown kind");
+}
+
+}  // namespace
+
+namespace PropertyList {
+
+std::vector<std::uint8_t> encode(const PropertyListValue& value, Format format) {
+    PlistNode root = toNode(value, 0);
+    char* raw = nullptr;
+    std::uint32_t length = 0;
+    if (format == Format::binary) {
+        plist_to_bin(root.get(), &raw, &length);
+    } else {
+        plist_to_xml(root.get(), &raw, &length);
+    }
+    MallocString buffer(raw);
+    if (!buffer) {
+        throw PropertyListError("libplist could not serialise the property list");
+    }
+    const auto* start = reinterpret_cast<const std::uint8_t*>(buffer.get());
+    return std::vector<std::uint8_t>(start, start + length);
+}
+
+PropertyListValue decode(std::span<const std::uint8_t> bytes) {
+    if (bytes.empty()) {
+        throw PropertyListError("empty input is not a property list");
+    }
+    if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
+        throw PropertyListError("property list too large");
+    }
+    plist_t raw = nullptr;
+    plist_from_memory(reinterpret_cast<const char*>(bytes.data()), static_cast<std::uint32_t>(bytes.size()),
+                      &raw);
+    PlistNode root(raw);
+    if (!root) {
+        throw PropertyListError("not a binary or XML property list");
+    }
+    return fromNode(root.get(), 0);
+}
+
+}  // namespace PropertyList
+
+}  // namespace qrv::platform

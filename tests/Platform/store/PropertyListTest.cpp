@@ -1,0 +1,123 @@
+#include "Platform/store/PropertyList.hpp"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+#include "tests/Platform/store/StoreTestSupport.hpp"
+
+namespace qrv::platform {
+namespace {
+
+using Value = PropertyListValue;
+
+struct RoundTripCase {
+    const char* name;
+    Value value;
+    // XML dates are written to the whole second.
+    bool exactInXml = true;
+};
+
+std::vector<RoundTripCase> roundTripCases() {
+    return {
+        {"empty data", Value(Value::Data{})},
+        {"data with NUL and high bytes", Value(Value::Data{0x00, 0xff, 0x7b, 0x00})},
+        {"true", Value(true)},
+        {"false", Value(false)},
+        {"zero", Value(0)},
+        {"negative integer", Value(-42)},
+        {"int64 min", Value(std::numeric_limits<std::int64_t>::min())},
+        {"int64 max", Value(std::numeric_limits<std::int64_t>::max())},
+        {"real", Value(0.1)},
+        {"real not a float", Value(1.0 / 3.0)},
+        {"negative real", Value(-2.5e-300)},
+        {"empty string", Value("")},
+        {"non-ASCII string", Value("Caf\u00e9 \u2713 \U0001F964")},
+        {"date with microseconds", Value(Date{753000000.25}), false},
+        {"whole-second date", Value(Date{753000000})},
+        {"date before 2001", Value(Date{-86400.5}), false},
+        {"whole-second date before 2001", Value(Date{-86400})},
+        {"empty array", Value(Value::Array{})},
+        {"empty dictionary", Value(Value::Dictionary{})},
+        {"nested",
+         Value(Value::Dictionary{
+             {"a", Value(Value::Array{Value(1), Value("two"), Value(Value::Data{3}), Value(Date{4})})},
+             {"b", Value(Value::Dictionary{{"c", Value(false)}, {"", Value(0.5)}})},
+         })},
+    };
+}
+
+TEST(StorePropertyList, RoundTripsEveryKindInBothFormats) {
+    for (const auto& format : {PropertyList::Format::binary, PropertyList::Format::xml}) {
+        for (const auto& row : roundTripCases()) {
+            SCOPED_TRACE(std::string(row.name) + (format == PropertyList::Format::binary ? " (binary)" : " (xml)"));
+            if (format == PropertyList::Format::xml && !row.exactInXml) {
+                continue;
+            }
+            // Wrap in a dictionary as the store does, and also encode the value alone.
+            const Value wrapped(Value::Dictionary{{"key", row.value}});
+            EXPECT_EQ(PropertyList::decode(PropertyList::encode(wrapped, format)), wrapped);
+            EXPECT_EQ(PropertyList::decode(PropertyList::encode(row.value, format)), row.value);
+        }
+    }
+}
+
+TEST(StorePropertyList, BinaryOutputIsABinaryPropertyList) {
+    const auto bytes = PropertyList::encode(Value(Value::Dictionary{{"k", Value(true)}}));
+    ASSERT_GE(bytes.size(), 8u);
+    EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 8), "bplist00");
+}
+
+TEST(StorePropertyList, LongArraysKeepTheirOrder) {
+    Value::Array items;
+    for (int i = 0; i < 5000; ++i) {
+        items.emplace_back(i);
+    }
+    const Value decoded = PropertyList::decode(PropertyList::encode(Value(items)));
+    ASSERT_NE(decoded.arrayValue(), nullptr);
+    EXPECT_EQ(*decoded.arrayValue(), items);
+}
+
+TEST(StorePropertyList, RejectsWhatIsNotAPropertyList) {
+    const std::vector<std::string> inputs = {
+        std::string(),
+        "hello",
+        "bplist00",
+        std::string("bplist00\xd1\x01\x02", 11),
+        "<?xml version=\"1.0\"?><plist><dict><key>a</key>",
+        "{\"a\":1}",
+    };
+    for (const auto& input : inputs) {
+        SCOPED_TRACE(input);
+        const std::vector<std::uint8_t> bytes(input.begin(), input.end());
+        EXPECT_THROW(PropertyList::decode(bytes), PropertyListError);
+    }
+}
+
+TEST(StorePropertyList, TruncatedStoreFilesFailCleanly) {
+    Value::Dictionary contents;
+    for (int i = 0; i < 50; ++i) {
+        contents.emplace("key" + std::to_string(i), Value(Value::Data(static_cast<std::size_t>(i), 0x41)));
+    }
+    const auto bytes = PropertyList::encode(Value(contents));
+    for (std::size_t cut = 1; cut < bytes.size(); cut += 7) {
+        const std::vector<std::uint8_t> truncated(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(cut));
+        EXPECT_THROW(PropertyList::decode(truncated), PropertyListError) << "cut at " << cut;
+    }
+}
+
+TEST(StorePropertyList, RefusesValuesItCannotRepresent) {
+    const std::vector<Value> values = {
+        Value(std::string("a\0b", 3)),
+        Value(Value::Dictionary{{std::string("k\0", 2), Value(1)}}),
+        Value(Date{1e12}),
+        Value(Date{std::numeric_limits<double>::quiet_NaN()}),
+    };
+    for (const auto& value : values) {
+        EXPECT_THROW(PropertyList::encode(value), PropertyListError) << value.typeName();
+    }
+}
+
+}  // namespace
+}  // namespace qrv::platform

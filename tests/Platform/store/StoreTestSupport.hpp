@@ -1,0 +1,156 @@
+#pragma once
+// Scratch directories, child processes and plistutil for the store tests.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <string>
+#include <ostream>
+#include <vector>
+
+#include "Platform/store/PropertyListValue.hpp"
+
+namespace qrv::test {
+
+class ScratchDirectory {
+public:
+    ScratchDirectory() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "qrv-store-XXXXXX").string();
+        if (::mkdtemp(pattern.data()) == nullptr) {
+            std::perror("mkdtemp");
+            std::abort();
+        }
+        path_ = pattern;
+    }
+    ~ScratchDirectory() {
+        std::error_code error;
+        // Tests make parts read-only; give write back so everything can go.
+        for (auto it = std::filesystem::recursive_directory_iterator(path_, error);
+             !error && it != std::filesystem::recursive_directory_iterator(); it.increment(error)) {
+            std::filesystem::permissions(it->path(), std::filesystem::perms::owner_all,
+                                         std::filesystem::perm_options::add, error);
+        }
+        std::filesystem::permissions(path_, std::filesystem::perms::owner_all, std::filesystem::perm_options::add,
+                                     error);
+        std::filesystem::remove_all(path_, error);
+    }
+    ScratchDirectory(const ScratchDirectory&) = delete;
+    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+// Runs body in a forked child and returns its exit status (-1 if it did not exit
+// normally). The child never returns into the test framework.
+inline int runInChild(const std::function<int()>& body) {
+    std::fflush(nullptr);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        int code = 98;
+        try {
+            code = body();
+        } catch (...) {
+            code = 99;
+        }
+        std::fflush(nullptr);
+        ::_exit(code);
+    }
+    int status = 0;
+    if (child < 0 || ::waitpid(child, &status, 0) != child || !WIFEXITED(status)) {
+        return -1;
+    }
+    return WEXITSTATUS(status);
+}
+
+inline bool haveProgram(const char* name) {
+    const std::string command = std::string("command -v ") + name + " >/dev/null 2>&1";
+    return std::system(command.c_str()) == 0;
+}
+
+// Standard output of a shell command, and whether it exited with 0.
+inline bool runShell(const std::string& command, std::string& output) {
+    output.clear();
+    FILE* pipe = ::popen(command.c_str(), "r");
+    if (pipe == nullptr) {
+        return false;
+    }
+    std::array<char, 4096> buffer{};
+    std::size_t count = 0;
+    while ((count = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0) {
+        output.append(buffer.data(), count);
+    }
+    return ::pclose(pipe) == 0;
+}
+
+inline std::vector<std::uint8_t> readBytes(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return std::vector<std::uint8_t>(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+inline void writeBytes(const std::filesystem::path& file, const std::string& bytes) {
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream out(file, std::ios::binary | std::ios::trunc);
+    out << bytes;
+}
+
+inline std::string shellQuote(const std::string& text) {
+    std::string quoted = "'";
+    for (char c : text) {
+        if (c == '\'') {
+            quoted += "'\\''";
+        } else {
+            quoted += c;
+        }
+    }
+    return quoted + "'";
+}
+
+}  // namespace qrv::test
+
+namespace qrv::platform {
+
+// Readable failure output for gtest.
+inline void PrintTo(const PropertyListValue& value, std::ostream* out) {
+    using Type = PropertyListValue::Type;
+    switch (value.type()) {
+        case Type::data: {
+            *out << "<data " << value.dataValue()->size() << " bytes>";
+            break;
+        }
+        case Type::boolean: *out << (*value.booleanValue() ? "true" : "false"); break;
+        case Type::integer: *out << *value.integerValue(); break;
+        case Type::real: *out << *value.realValue(); break;
+        case Type::string: *out << '"' << *value.stringValue() << '"'; break;
+        case Type::date: *out << "<date " << value.dateValue()->timeIntervalSinceReferenceDate << ">"; break;
+        case Type::array: {
+            *out << '[';
+            for (const auto& item : *value.arrayValue()) {
+                PrintTo(item, out);
+                *out << ", ";
+            }
+            *out << ']';
+            break;
+        }
+        case Type::dictionary: {
+            *out << '{';
+            for (const auto& [key, item] : *value.dictionaryValue()) {
+                *out << key << ": ";
+                PrintTo(item, out);
+                *out << ", ";
+            }
+            *out << '}';
+            break;
+        }
+    }
+}
+
+}  // namespace qrv::platform

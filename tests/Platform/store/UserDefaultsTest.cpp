@@ -1,0 +1,308 @@
+#include "Platform/store/UserDefaults.hpp"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "Platform/store/PropertyList.hpp"
+#include "tests/Platform/store/StoreTestSupport.hpp"
+
+namespace qrv::platform {
+namespace {
+
+namespace fs = std::filesystem;
+using Value = PropertyListValue;
+using test::ScratchDirectory;
+
+constexpr const char* kSuite = "group.com.qrv.widgets";
+
+const fs::path kFixtureContainer = fs::path(QRV_TEST_DATA) / "fixtures" / "container";
+
+std::vector<std::string> corruptCopiesIn(const fs::path& directory) {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(directory)) {
+        const std::string name = entry.path().filename().string();
+        if (name.find(".corrupt-") != std::string::npos) {
+            names.push_back(name);
+        }
+    }
+    return names;
+}
+
+TEST(StoreUserDefaults, ReadsAContainerAsCopiedFromThePhone) {
+    ScratchDirectory scratch;
+    fs::copy(kFixtureContainer, scratch.path(), fs::copy_options::recursive);
+    auto store = UserDefaults::openSuite(kSuite, scratch.path());
+    ASSERT_TRUE(store);
+    EXPECT_EQ(store->filePath(), scratch.path() / "Library/Preferences/group.com.qrv.widgets.plist");
+
+    const auto calories = store->data("CaloriesData");
+    ASSERT_TRUE(calories);
+    const std::string json(calories->begin(), calories->end());
+    EXPECT_EQ(json.rfind("{\"date\":753000000,\"isLoggedIn\":true,", 0), 0u) << json;
+    EXPECT_TRUE(store->boolValue("CaloriesWidgetInstalled"));
+    EXPECT_EQ(store->string("LastSyncNote"), "Caf\u00e9 sync \u2713");
+    EXPECT_EQ(store->object("SyncCount"), Value(-42));
+    EXPECT_EQ(store->object("SyncRatio"), Value(0.25));
+    EXPECT_EQ(store->object("LastSync"), Value(Date{752920200.0}));
+    EXPECT_EQ(store->object("Nested"), Value(Value::Dictionary{{"depth", Value(2)}}));
+    EXPECT_EQ(store->dictionaryRepresentation().size(), 8u);
+}
+
+TEST(StoreUserDefaults, OnlyDataCountsAsDataAndTruthFollowsThePlatform) {
+    ScratchDirectory scratch;
+    auto store = UserDefaults::atPath(scratch.path() / "d.plist");
+    struct Row {
+        const char* key;
+        Value value;
+        bool isData;
+        bool truth;
+    };
+    const std::vector<Row> rows = {
+        {"data", Value(Value::Data{'{', '}'}), true, false},
+        {"emptyData", Value(Value::Data{}), true, false},
+        {"text", Value("{}"), false, false},
+        {"yes", Value("YES"), false, true},
+        {"trueText", Value("  true"), false, true},
+        {"signedZeros", Value("-007"), false, true},
+        {"zeroText", Value("0"), false, false},
+        {"no", Value("no"), false, false},
+        {"one", Value(1), false, true},
+        {"zero", Value(0), false, false},
+        {"half", Value(0.5), false, true},
+        {"flag", Value(true), false, true},
+        {"array", Value(Value::Array{Value(Value::Data{1})}), false, false},
+        {"date", Value(Date{1}), false, false},
+    };
+    for (const auto& row : rows) {
+        store->set(row.key, row.value);
+    }
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.key);
+        EXPECT_EQ(store->data(row.key).has_value(), row.isData);
+        EXPECT_EQ(store->boolValue(row.key), row.truth);
+        EXPECT_EQ(store->object(row.key), row.value);
+    }
+    EXPECT_FALSE(store->data("missing"));
+    EXPECT_FALSE(store->boolValue("missing"));
+}
+
+TEST(StoreUserDefaults, EveryReadSeesTheLatestWriteFromAnyHandle) {
+    ScratchDirectory scratch;
+    auto first = UserDefaults::openSuite(kSuite, scratch.path());
+    auto second = UserDefaults::openSuite(kSuite, scratch.path());
+    ASSERT_TRUE(first && second);
+    EXPECT_FALSE(second->object("k"));
+    first->set("k", Value(1));
+    EXPECT_EQ(second->object("k"), Value(1));
+    // A write by another process, seen without reopening.
+    ASSERT_EQ(test::runInChild([&] {
+                  UserDefaults::openSuite(kSuite, scratch.path())->set("k", Value("child"));
+                  return 0;
+              }),
+              0);
+    EXPECT_EQ(first->object("k"), Value("child"));
+    second->removeObject("k");
+    EXPECT_FALSE(first->object("k"));
+}
+
+TEST(StoreUserDefaults, UpdateReadsModifiesAndWritesOneKey) {
+    ScratchDirectory scratch;
+    auto store = UserDefaults::atPath(scratch.path() / "u.plist");
+    store->set("other", Value("kept"));
+
+    auto appended = store->update("list", [](std::optional<Value> current) -> std::optional<Value> {
+        EXPECT_FALSE(current);
+        return Value(Value::Array{Value(1)});
+    });
+    EXPECT_EQ(appended, Value(Value::Array{Value(1)}));
+    EXPECT_EQ(store->object("list"), appended);
+
+    // A throwing update writes nothing.
+    EXPECT_THROW(store->update("list", [](std::optional<Value>) -> std::optional<Value> {
+        throw std::runtime_error("caller gave up");
+    }),
+                 std::runtime_error);
+    EXPECT_EQ(store->object("list"), appended);
+
+    // Nothing removes.
+    store->update("list", [](std::optional<Value>) { return std::optional<Value>(); });
+    EXPECT_FALSE(store->object("list"));
+    EXPECT_EQ(store->object("other"), Value("kept"));
+}
+
+TEST(StoreUserDefaults, WritesAreReadableByOthersAndLeaveNoTemporaryFiles) {
+    ScratchDirectory scratch;
+    auto store = UserDefaults::openSuite(kSuite, scratch.path());
+    ASSERT_TRUE(store);
+    store->set("a", Value(1));
+    store->set("b", Value(Value::Data{1, 2, 3}));
+
+    struct stat info {};
+    ASSERT_EQ(::stat(store->filePath().c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0644u);
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(store->filePath().parent_path())) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<std::string>{"group.com.qrv.widgets.plist", "group.com.qrv.widgets.plist.lock"}));
+}
+
+TEST(StoreUserDefaults, UnreadableStoreIsMovedAsideNeverOverwritten) {
+    ScratchDirectory scratch;
+    auto store = UserDefaults::openSuite(kSuite, scratch.path());
+    ASSERT_TRUE(store);
+    const fs::path preferences = store->filePath().parent_path();
+    const std::vector<std::string> unreadable = {
+        "not a plist at all",
+        std::string("bplist00\x00\x01", 10),
+        // Parses, but is not a dictionary of keys.
+        "<?xml version=\"1.0\"?><plist version=\"1.0\"><array><true/></array></plist>",
+    };
+    std::size_t expectedCopies = 0;
+    for (const auto& contents : unreadable) {
+        SCOPED_TRACE(contents);
+        test::writeBytes(store->filePath(), contents);
+        if (expectedCopies % 2 == 0) {
+            EXPECT_FALSE(store->object("k"));  // a read moves it aside
+        }
+        store->set("k", Value(true));  // and so does a write
+        ++expectedCopies;
+        const auto copies = corruptCopiesIn(preferences);
+        ASSERT_EQ(copies.size(), expectedCopies);
+        EXPECT_EQ(store->dictionaryRepresentation(), (Value::Dictionary{{"k", Value(true)}}));
+    }
+    // Every original survives byte for byte under its aside name.
+    std::vector<std::string> kept;
+    for (const auto& name : corruptCopiesIn(preferences)) {
+        const auto bytes = test::readBytes(preferences / name);
+        kept.emplace_back(bytes.begin(), bytes.end());
+        EXPECT_EQ(name.rfind("group.com.qrv.widgets.plist.corrupt-2", 0), 0u) << name;
+    }
+    std::sort(kept.begin(), kept.end());
+    auto expected = unreadable;
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(kept, expected);
+}
+
+TEST(StoreUserDefaults, EmptyOrMissingFileIsAnEmptyStore) {
+    ScratchDirectory scratch;
+    auto store = UserDefaults::atPath(scratch.path() / "e.plist");
+    EXPECT_TRUE(store->dictionaryRepresentation().empty());
+    test::writeBytes(store->filePath(), "");
+    EXPECT_TRUE(store->dictionaryRepresentation().empty());
+    store->set("k", Value(1));
+    EXPECT_EQ(store->object("k"), Value(1));
+    EXPECT_TRUE(corruptCopiesIn(scratch.path()).empty());
+}
+
+TEST(StoreUserDefaults, FailedWriteThrowsAndKeepsTheFile) {
+    ScratchDirectory scratch;
+    auto store = UserDefaults::atPath(scratch.path() / "w.plist");
+    store->set("k", Value(1));
+    EXPECT_THROW(store->set("bad", Value(std::string("a\0b", 3))), UserDefaultsError);
+    EXPECT_THROW(store->set("when", Value(Date{1e15})), UserDefaultsError);
+    EXPECT_EQ(store->dictionaryRepresentation(), (Value::Dictionary{{"k", Value(1)}}));
+
+    // A store whose directory cannot exist: the parent is a regular file.
+    test::writeBytes(scratch.path() / "file", "x");
+    auto impossible = UserDefaults::atPath(scratch.path() / "file" / "s.plist");
+    EXPECT_FALSE(impossible->object("k"));
+    EXPECT_THROW(impossible->set("k", Value(1)), UserDefaultsError);
+}
+
+TEST(StoreUserDefaults, SuiteIsRefusedWhenTheContainerCannotBeUsed) {
+    ScratchDirectory scratch;
+    test::writeBytes(scratch.path() / "plain-file", "x");
+    EXPECT_FALSE(UserDefaults::openSuite(kSuite, scratch.path() / "plain-file"));
+    EXPECT_FALSE(UserDefaults::openSuite(kSuite, scratch.path() / "plain-file" / "deeper"));
+    EXPECT_FALSE(UserDefaults::openSuite("", scratch.path()));
+    EXPECT_FALSE(UserDefaults::openSuite("../escape", scratch.path()));
+    EXPECT_TRUE(UserDefaults::openSuite(kSuite, scratch.path() / "fresh" / "container"));
+}
+
+TEST(StoreUserDefaults, ReadOnlyContainerIsRefused) {
+    ScratchDirectory scratch;
+    const fs::path container = scratch.path() / "container";
+    fs::copy(kFixtureContainer, container, fs::copy_options::recursive);
+    // Root ignores permission bits, so the check runs as an unprivileged user.
+    for (const auto& entry : fs::recursive_directory_iterator(container)) {
+        fs::permissions(entry.path(), entry.is_directory() ? fs::perms(0555) : fs::perms(0444));
+    }
+    fs::permissions(container, fs::perms(0555));
+    fs::permissions(scratch.path(), fs::perms(0755));
+    const int status = test::runInChild([&] {
+        if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) {
+            return 10;
+        }
+        if (UserDefaults::openSuite(kSuite, container)) {
+            return 1;
+        }
+        // Still readable by hand: refusing is about writing.
+        return UserDefaults::atPath(suitePreferencesPath(container, kSuite))->data("CaloriesData") ? 0 : 2;
+    });
+    EXPECT_EQ(status, 0);
+}
+
+TEST(StoreUserDefaults, LocationsFollowTheEnvironment) {
+    const int status = test::runInChild([] {
+        ::setenv("HOME", "/home/someone", 1);
+        ::unsetenv("XDG_DATA_HOME");
+        ::unsetenv(kAppGroupContainerVariable);
+        if (appGroupContainerDirectory() != "/home/someone/.local/share/quorvane/app-group") return 1;
+        ::setenv("XDG_DATA_HOME", "/data", 1);
+        if (appGroupContainerDirectory() != "/data/quorvane/app-group") return 2;
+        if (standardDefaultsPath() != fs::path("/data/quorvane/standard") / (currentProgramName() + ".plist"))
+            return 3;
+        ::setenv(kAppGroupContainerVariable, "/phone/container", 1);
+        if (appGroupContainerDirectory() != "/phone/container") return 4;
+        return 0;
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(currentProgramName(), "tests_platform");
+}
+
+TEST(StoreUserDefaults, PlistutilAndTheStoreReadEachOther) {
+    if (!test::haveProgram("plistutil")) {
+        GTEST_SKIP() << "plistutil not installed (Debian package libplist-utils)";
+    }
+    ScratchDirectory scratch;
+    auto store = UserDefaults::openSuite(kSuite, scratch.path());
+    ASSERT_TRUE(store);
+    store->set("WaterWidgetInstalled", Value(true));
+    store->set("WaterEntryData", Value(Value::Data{'{', '}'}));
+    store->set("Count", Value(-7));
+    store->set("Note", Value("Caf\u00e9"));
+
+    std::string xml;
+    ASSERT_TRUE(test::runShell("plistutil -i " + test::shellQuote(store->filePath().string()) + " -f xml -o -", xml));
+    EXPECT_NE(xml.find("<key>WaterWidgetInstalled</key>\n\t<true/>"), std::string::npos) << xml;
+    EXPECT_NE(xml.find("<key>WaterEntryData</key>\n\t<data>\n\te30=\n\t</data>"), std::string::npos) << xml;
+    EXPECT_NE(xml.find("<integer>-7</integer>"), std::string::npos) << xml;
+    EXPECT_NE(xml.find("<string>Caf\u00e9</string>"), std::string::npos) << xml;
+
+    // The other way: plistutil turns the committed XML into the binary file.
+    const fs::path container = scratch.path() / "converted";
+    const fs::path converted = suitePreferencesPath(container, kSuite);
+    fs::create_directories(converted.parent_path());
+    std::string ignored;
+    ASSERT_TRUE(test::runShell("plistutil -i " +
+                                   test::shellQuote((kFixtureContainer / "group.com.qrv.widgets.xml").string()) +
+                                   " -f bin -o " + test::shellQuote(converted.string()),
+                               ignored));
+    const auto bytes = test::readBytes(converted);
+    ASSERT_GE(bytes.size(), 8u);
+    EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 8), "bplist00");
+    auto fromPlistutil = UserDefaults::openSuite(kSuite, container);
+    ASSERT_TRUE(fromPlistutil);
+    auto fromFixture = UserDefaults::atPath(suitePreferencesPath(kFixtureContainer, kSuite));
+    EXPECT_EQ(fromPlistutil->dictionaryRepresentation(), fromFixture->dictionaryRepresentation());
+    EXPECT_EQ(fromPlistutil->dictionaryRepresentation().size(), 8u);
+}
+
+}  // namespace
+}  // namespace qrv::platform
