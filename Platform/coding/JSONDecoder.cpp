@@ -393,6 +393,11 @@ void JSONValue::failNotRepresentable(std::string_view number, std::string_view t
 
 std::optional<std::string_view> JSONValue::sourceToken() const { return context_->numberToken(path_); }
 
+std::string JSONValue::numberText(double parsed) const {
+    if (auto token = sourceToken()) return std::string(*token);
+    return doubleDescription(parsed);
+}
+
 bool JSONValue::integerZeroIsNegative() const {
     if (!context_->mayHaveNegativeZero()) return false;
     auto token = sourceToken();
@@ -474,10 +479,10 @@ float JSONValue::decodeFloat() const {
     // Halfway between FLT_MAX and the next power of two: from here on a float is infinite.
     const double overflow = std::ldexp(1.0, 128) - std::ldexp(1.0, 103);
     const double magnitude = std::fabs(d);
-    if (magnitude > overflow) failNotRepresentable(doubleDescription(d), "Float");
+    if (magnitude > overflow) failNotRepresentable(numberText(d), "Float");
     if (magnitude == overflow) {
         if (auto f = fromText()) return *f;
-        failNotRepresentable(doubleDescription(d), "Float");  // ties to even: infinity
+        failNotRepresentable(numberText(d), "Float");  // ties to even: infinity
     }
     if (magnitude > std::numeric_limits<float>::max())
         return std::copysign(std::numeric_limits<float>::max(), static_cast<float>(std::copysign(1.0, d)));
@@ -490,7 +495,7 @@ float JSONValue::decodeFloat() const {
             if (auto exact = fromText()) f = *exact;
         }
     }
-    if (f == 0) failNotRepresentable(doubleDescription(d), "Float");  // nonzero digits, underflow
+    if (f == 0) failNotRepresentable(numberText(d), "Float");  // nonzero digits, underflow
     return f;
 }
 
@@ -512,8 +517,7 @@ std::int64_t JSONValue::decodeInt() const {
     // Only integral values inside Int's range, as Int(exactly:) allows.
     constexpr double kTwo63 = 9223372036854775808.0;
     if (!(d >= -kTwo63 && d < kTwo63) || d != std::trunc(d)) {
-        auto token = sourceToken();
-        failNotRepresentable(token ? *token : std::string_view(doubleDescription(d)), "Int");
+        failNotRepresentable(numberText(d), "Int");
     }
     if (std::fabs(d) < 9007199254740992.0) return static_cast<std::int64_t>(d);
     // Beyond 2^53 the platform reads the text again as a decimal and truncates it.

@@ -117,6 +117,8 @@ private:
     [[noreturn]] void failTypeMismatch(std::string_view expected) const;
     [[noreturn]] void failNull(std::string_view type) const;
     std::optional<std::string_view> sourceToken() const;
+    // The number as written, for messages (its parsed value when the text cannot be found).
+    std::string numberText(double parsed) const;
     bool integerZeroIsNegative() const;
     void checkZeroIsTrue(std::string_view type) const;
 

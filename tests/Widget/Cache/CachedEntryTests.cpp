@@ -1,0 +1,207 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <set>
+#include <string>
+#include <variant>
+
+#include "Platform/coding/JSONDecoder.hpp"
+#include "Platform/time/Calendar.hpp"
+#include "Platform/time/ISO8601.hpp"
+#include "Widget/Cache/CaloriesConsumedDataEntry.hpp"
+#include "Widget/Cache/MacronutrientsDataEntry.hpp"
+#include "Widget/Cache/WaterDataEntry.hpp"
+
+using namespace qrv::widget;
+using qrv::platform::Date;
+using qrv::platform::DecodingErrorKind;
+
+namespace {
+
+const std::filesystem::path kRecords = std::filesystem::path(QRV_TEST_DATA) / "fixtures" / "records";
+
+std::string readFile(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    EXPECT_TRUE(in) << path;
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+using AnyRecord = std::variant<CaloriesConsumedDataEntry, MacronutrientsDataEntry, WaterDataEntry>;
+
+// Decodes `json` as the record its file name starts with.
+template <class Visit>
+void decodeAsNamed(const std::string& name, const std::string& json, Visit visit) {
+    auto bytes = qrv::platform::bytesOf(json);
+    if (name.starts_with("calories")) return visit(CaloriesConsumedDataEntry::decodeResult(bytes));
+    if (name.starts_with("macronutrients")) return visit(MacronutrientsDataEntry::decodeResult(bytes));
+    return visit(WaterDataEntry::decodeResult(bytes));
+}
+
+std::set<std::string> jsonFilesIn(const std::filesystem::path& dir) {
+    std::set<std::string> names;
+    for (const auto& file : std::filesystem::directory_iterator(dir))
+        if (file.path().extension() == ".json") names.insert(file.path().filename().string());
+    return names;
+}
+
+CaloriesConsumedDataEntry caloriesOverGoal() {
+    return {Date{731707200}, true,    false,      "kJ",      "kJ",      "Objectif / jour", "8 400",
+            "9 450",         "Aliments", "10 500", "Exercice", "1 050", "-1 050",          "Dépassé",
+            1.25,            -0.25,   0.125};
+}
+
+MacronutrientsDataEntryValue macro(const char* title, double max, double value, MacronutrientsDataValueType type) {
+    return {title, max, value, type};
+}
+
+}  // namespace
+
+TEST(CachedEntryRecords, FixturesAsTheAppWritesThemDecode) {
+    using enum MacronutrientsDataValueType;
+    const std::map<std::string, AnyRecord> expected = {
+        {"calories.json",
+         CaloriesConsumedDataEntry{Date{731707200.123}, true, true, "cals", "cal", "Base Goal", "1,500", "1,750",
+                                   "Food", "500", "Exercise", "250", "1,250", "Remaining", 0.2857142857142857,
+                                   0.7142857142857143, 0.14285714285714285}},
+        {"calories-logged-out.json",
+         CaloriesConsumedDataEntry{Date{0}, false, false, "", "", "", "", "", "", "0", "", "0", "", "", 0, 0, 0}},
+        // Unknown keys ignored; "progress" given twice: the first counts.
+        {"calories-over-goal-extra-keys.json", caloriesOverGoal()},
+        {"macronutrients.json",
+         MacronutrientsDataEntry{Date{731707200.5}, true,
+                                 {{carbs, macro("Carbs", 165, 50, carbs)},
+                                  {fat, macro("Fat", 65, 35.5, fat)},
+                                  {protein, macro("Protein", 85, 65, protein)}}}},
+        {"macronutrients-empty-values.json", MacronutrientsDataEntry{Date{731707200}, true, {}}},
+        // Protein given twice: the later pair wins, its type carried as sent.
+        {"macronutrients-repeated-key.json",
+         MacronutrientsDataEntry{Date{731707200}, true,
+                                 {{carbs, macro("Carbs", 165, 1, carbs)}, {protein, macro("Proteins", 90, 20, fat)}}}},
+        {"water.json", WaterDataEntry{Date{731707200}, true, 24.0f, WaterWidgetUnit::oz}},
+        {"water-cups.json", WaterDataEntry{Date{731707200.25}, true, 2.5f, WaterWidgetUnit::cups}},
+        {"water-ml.json", WaterDataEntry{Date{731707200}, true, 0.1f, WaterWidgetUnit::ml}},
+        {"water-logged-out.json", WaterDataEntry{Date::fromUnix(0), false, 0.0f, WaterWidgetUnit::oz}},
+    };
+    std::set<std::string> listed;
+    for (const auto& [name, record] : expected) listed.insert(name);
+    EXPECT_EQ(jsonFilesIn(kRecords), listed) << "every fixture has its expected record";
+
+    for (const auto& [name, want] : expected) {
+        std::string json = readFile(kRecords / name);
+        decodeAsNamed(name, json, [&](auto result) {
+            ASSERT_TRUE(result) << name << ": " << result.error().describe();
+            using Record = std::decay_t<decltype(result.value())>;
+            EXPECT_EQ(result.value(), std::get<Record>(want)) << name;
+            // What we write reads back to the same record.
+            EXPECT_EQ(Record::decode(result.value().encode()), result.value()) << name;
+        });
+    }
+}
+
+TEST(CachedEntryRecords, InvalidFixturesDoNotDecode) {
+    constexpr auto corrupt = DecodingErrorKind::dataCorrupted;
+    constexpr auto missing = DecodingErrorKind::keyNotFound;
+    constexpr auto mismatch = DecodingErrorKind::typeMismatch;
+    constexpr auto null = DecodingErrorKind::valueNotFound;
+    const std::map<std::string, DecodingErrorKind> expected = {
+        {"calories-in-array.json", mismatch},
+        {"calories-missing-exerciseProgress.json", missing},
+        {"calories-null-exerciseProgress.json", null},
+        {"calories-null-goal.json", null},
+        {"calories-null-isLoggedIn.json", mismatch},  // a null Bool is a type mismatch
+        {"calories-number-goal.json", mismatch},
+        {"calories-number-isLoggedIn.json", mismatch},
+        {"calories-string-date.json", mismatch},
+        {"calories-string-exerciseProgress.json", mismatch},
+        {"calories-truncated.json", corrupt},
+        {"macronutrients-fractional-key.json", corrupt},
+        {"macronutrients-invalid-type.json", corrupt},
+        {"macronutrients-null-value.json", null},
+        {"macronutrients-null-values.json", null},
+        {"macronutrients-odd-values.json", corrupt},
+        {"macronutrients-string-key.json", mismatch},
+        {"macronutrients-unknown-key.json", corrupt},
+        {"macronutrients-value-missing-type.json", missing},
+        {"macronutrients-values-object.json", mismatch},
+        {"water-1e39.json", corrupt},
+        {"water-empty.json", corrupt},
+        {"water-missing-unit.json", missing},
+        {"water-null-value.json", null},
+        {"water-number-unit.json", mismatch},
+        {"water-string-value.json", mismatch},
+        {"water-underflow.json", corrupt},
+        {"water-unknown-unit.json", corrupt},
+        {"water-uppercase-unit.json", corrupt},
+    };
+    std::set<std::string> listed;
+    for (const auto& [name, kind] : expected) listed.insert(name);
+    EXPECT_EQ(jsonFilesIn(kRecords / "invalid"), listed) << "every invalid fixture has its expected error";
+
+    for (const auto& [name, kind] : expected) {
+        std::string json = readFile(kRecords / "invalid" / name);
+        decodeAsNamed(name, json, [&](auto result) {
+            EXPECT_FALSE(result) << name;
+            if (!result) {
+                EXPECT_EQ(result.error().kind, kind) << name << ": " << result.error().describe();
+            }
+        });
+    }
+}
+
+TEST(CachedEntryRecords, ErrorsPointAtTheFailingValue) {
+    auto odd = MacronutrientsDataEntry::decodeResult(
+        qrv::platform::bytesOf(readFile(kRecords / "invalid" / "macronutrients-odd-values.json")));
+    ASSERT_FALSE(odd);
+    EXPECT_EQ(odd.error().pathText(), "values");
+    auto unknown = MacronutrientsDataEntry::decodeResult(
+        qrv::platform::bytesOf(readFile(kRecords / "invalid" / "macronutrients-unknown-key.json")));
+    ASSERT_FALSE(unknown);
+    EXPECT_EQ(unknown.error().pathText(), "values[0]");
+    EXPECT_NE(unknown.error().debugDescription.find("invalid Int value 3"), std::string::npos);
+}
+
+TEST(CachedEntryRecords, DatesCountFrom2001) {
+    auto water = WaterDataEntry::decode(std::string_view(R"({"date":0,"isLoggedIn":true,"waterValue":1,"waterUnit":"ml"})"));
+    ASSERT_TRUE(water);
+    qrv::platform::Calendar utc(qrv::platform::TimeZone::utc());
+    EXPECT_EQ(qrv::platform::formatISO8601(water->date, utc), "2001-01-01T00:00:00Z");
+}
+
+TEST(CachedEntryRecords, EncodesCompactlyInFieldOrder) {
+    WaterDataEntry water{Date{754000000.5}, true, 0.1f, WaterWidgetUnit::cups};
+    EXPECT_EQ(water.encode(), R"({"date":754000000.5,"isLoggedIn":true,"waterValue":0.1,"waterUnit":"cups"})");
+
+    auto macros = MacronutrientsDataEntry::makeSample(Date{-978307200});
+    EXPECT_EQ(macros.encode(),
+              R"({"date":-978307200,"isLoggedIn":true,"values":[0,{"title":"Carbs","maxValue":165,"value":50,"type":0},)"
+              R"(1,{"title":"Fat","maxValue":65,"value":35,"type":1},2,{"title":"Protein","maxValue":85,"value":65,"type":2}]})");
+
+    auto calories = CaloriesConsumedDataEntry::makeSample(Date{1});
+    calories.subtitle = "a/b";
+    EXPECT_EQ(calories.encode(),
+              R"({"date":1,"isLoggedIn":true,"shouldShowBarcodeButton":true,"energyUnitTitle":"cals",)"
+              R"("condensedEnergyUnitTitle":"cal","goalTitle":"Base Goal","goal":"1,500","goalAdjustedForExercise":"1,750",)"
+              R"("consumedTitle":"Food","consumed":"500","exerciseTitle":"Exercise","exercise":"250","remaining":"1,250",)"
+              R"("subtitle":"a\/b","progress":0.33,"reverseProgress":0,"exerciseProgress":0})");
+}
+
+TEST(CachedEntryRecords, EqualityIsFieldByFieldAndSamplesAreMadeOnce) {
+    auto a = CaloriesConsumedDataEntry::makeSample(Date{5});
+    auto b = a;
+    EXPECT_EQ(a, b);
+    b.reverseProgress = 0.5;
+    EXPECT_NE(a, b);
+
+    auto macros = MacronutrientsDataEntry::makeSample(Date{5});
+    auto fewer = macros;
+    fewer.values.erase(MacronutrientsDataValueType::fat);
+    EXPECT_NE(macros, fewer);
+
+    EXPECT_EQ(&WaterDataEntry::sample(), &WaterDataEntry::sample());
+    EXPECT_EQ(WaterDataEntry::sample(), WaterDataEntry::makeSample(WaterDataEntry::sample().date));
+    EXPECT_EQ(&CaloriesConsumedDataEntry::sample(), &CaloriesConsumedDataEntry::sample());
+    EXPECT_EQ(MacronutrientsDataEntry::sample().values.size(), 3u);
+}
