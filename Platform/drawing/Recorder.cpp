@@ -135,8 +135,11 @@ private:
     void children(const LayoutNode& n) {
         for (const auto& c : n.children) node(c);
     }
+    // A fill without area paints nothing; it is left out.
     void fill(Path p, Color c) {
-        if (!p.isEmpty()) emit(op::FillPath{std::move(p), std::move(c), FillRule::nonZero});
+        Rect b = p.bounds();
+        if (!p.isEmpty() && b.width() > 0 && b.height() > 0)
+            emit(op::FillPath{std::move(p), std::move(c), FillRule::nonZero});
     }
     // Colours keep both variants for the painter, unless a subtree asked for
     // a scheme of its own: then its colours are fixed in that scheme.

@@ -179,11 +179,17 @@ TextLayout TextLayout::make(const std::string& text, const Environment& env, Pro
     if (proposal.width && natural->size.width > 0) estimates[0] = *proposal.width / natural->size.width;
     if (proposal.height && natural->size.height > 0) estimates[1] = *proposal.height / natural->size.height;
     double estimate = std::min(estimates[0], estimates[1]);
+    // Wrapping can make a larger scale fit again (two short lines instead of
+    // one long one), so a fitting estimate only raises the lower bound.
     if (estimate > lo && estimate < hi) {
-        if (auto e = attempt(text, env, proposal, measurer, estimate, false)) return *e;
-        hi = estimate;
+        if (auto e = attempt(text, env, proposal, measurer, estimate, false)) {
+            lo = estimate;
+            best = *e;
+        } else {
+            hi = estimate;
+        }
     }
-    for (int i = 0; i < 12 && hi - lo > 1e-4; ++i) {
+    for (int i = 0; i < 12 && hi - lo > 1e-3; ++i) {
         double mid = (lo + hi) / 2;
         if (auto m = attempt(text, env, proposal, measurer, mid, false)) {
             lo = mid;
