@@ -1,0 +1,152 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <optional>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "Platform/locale/Locale.hpp"
+#include "Platform/locale/StringCatalog.hpp"
+#include "Widget/Shared/LocalizedStringProvider.hpp"
+#include "Widget/Shared/WidgetsLocalizedStringProvider.hpp"
+
+namespace qrv::widget {
+namespace {
+
+using platform::Locale;
+using platform::ScopedLocaleOverride;
+using platform::StringCatalog;
+
+const std::vector<std::string> kKeys = {
+    "dashb.widget.login.long",
+    "dashb.macros.gram.left",
+    "dashb.macros.gram.over",
+    "unitSystems.gram.abbreviation.plural",
+    "Water",
+    "Today",
+    "widget.CaloriesConsumed.displayName",
+    "widget.CaloriesConsumed.description",
+    "widget.Macronutrients.displayName",
+    "widget.Macronutrients.description",
+    "widget.Water.displayName",
+    "widget.Water.description",
+    "WaterWidgetIntent",
+    "Water Value",
+    "Water Unit",
+    "--",
+    " / ",
+    "%lld",
+};
+
+std::string shippedTable() { return std::string(QRV_BIN_DIR) + "/Resources/Localizable.xcstrings"; }
+
+// Replaces the program's table for one test.
+class ScopedTable {
+public:
+    explicit ScopedTable(StringCatalog catalog) { StringCatalog::setMain(std::make_shared<const StringCatalog>(std::move(catalog))); }
+    ~ScopedTable() { StringCatalog::setMain(nullptr); }
+};
+
+// The format conversions of a text, in order ("%d", "%@", ...).
+std::vector<std::string> conversions(const std::string& text) {
+    static const std::regex conversion("%(?:[0-9]+\\$)?(?:ll|l|q)?[dDiuU@]|%%");
+    std::vector<std::string> out;
+    for (std::sregex_iterator it(text.begin(), text.end(), conversion), end; it != end; ++it) out.push_back(it->str());
+    return out;
+}
+
+TEST(StringTable, ShippedTableTranslatesEveryKeyWithMatchingPlaceholders) {
+    const auto catalog = StringCatalog::load(shippedTable());
+    for (const auto& key : kKeys) {
+        const auto english = catalog.translation(key, "en");
+        ASSERT_TRUE(english) << key;
+        for (const char* language : {"de", "es"}) {
+            const auto translated = catalog.translation(key, language);
+            ASSERT_TRUE(translated) << key << " " << language;
+            EXPECT_FALSE(translated->empty()) << key << " " << language;
+            EXPECT_EQ(conversions(*translated), conversions(*english)) << key << " " << language;
+        }
+    }
+}
+
+TEST(StringTable, TheProgramFindsItsTableBesideIt) {
+    const auto table = StringCatalog::main();
+    EXPECT_FALSE(table->empty());
+    EXPECT_EQ(table->translation("Water", "de"), "Wasser");
+}
+
+TEST(LocalizedStrings, LookupInEachLanguageOfTheShippedTable) {
+    ScopedTable table(StringCatalog::load(shippedTable()));
+    struct Case {
+        const char* locale;
+        const char* login;
+        const char* water;
+        const char* left;
+        const char* over;
+    };
+    const Case cases[] = {
+        {"en_US", "Log in to view data.", "Water", "1,234 g left", "15 g over"},
+        {"de_DE", "Melde dich an, um deine Daten zu sehen.", "Wasser", "Noch 1.234 g übrig", "15 g zu viel"},
+        {"es_ES", "Inicia sesión para ver tus datos.", "Agua", "Te quedan 1.234 g", "15 g de más"},
+        {"ja_JP", "Log in to view data.", "Water", "1,234 g left", "15 g over"},  // no Japanese: the source text
+    };
+    for (const auto& c : cases) {
+        ScopedLocaleOverride locale(Locale(c.locale));
+        EXPECT_EQ(localizedString("dashb.widget.login.long", "Log in to view data."), c.login) << c.locale;
+        EXPECT_EQ(localizedString("Water"), c.water) << c.locale;
+        EXPECT_EQ(localizedStringWithFormat(localizedString("dashb.macros.gram.left", "%d g left"), {1234}), c.left)
+            << c.locale;
+        EXPECT_EQ(localizedStringWithFormat(localizedString("dashb.macros.gram.over", "%d g over"), {15}), c.over)
+            << c.locale;
+        EXPECT_EQ(localizedString("no.such.key"), "no.such.key");
+    }
+}
+
+TEST(LocalizedStrings, EmptyTableShowsEveryKeyAsItself) {
+    ScopedTable table{StringCatalog()};
+    ScopedLocaleOverride locale(Locale("de_DE"));
+    for (const auto& key : kKeys) EXPECT_EQ(localizedString(key, "comment"), key);
+    EXPECT_EQ(localizedStringWithFormat(localizedString("dashb.macros.gram.left", "%d g left"), {15}),
+              "dashb.macros.gram.left");
+    EXPECT_EQ("/150" + localizedString("unitSystems.gram.abbreviation.plural", "g"),
+              "/150unitSystems.gram.abbreviation.plural");
+}
+
+TEST(LocalizedStrings, GermanEnvironmentGivesGermanTextsAndGrouping) {
+    ScopedTable table(StringCatalog::load(shippedTable()));
+    ScopedLocaleOverride noOverride(std::nullopt);
+    const char* names[] = {"LC_ALL", "LC_MESSAGES", "LANG"};
+    std::optional<std::string> saved[3];
+    for (int i = 0; i < 3; ++i) {
+        if (const char* v = std::getenv(names[i])) saved[i] = v;
+        ::unsetenv(names[i]);
+    }
+    ::setenv("LANG", "de_DE.UTF-8", 1);
+
+    const WidgetsLocalizedStringProvider provider;
+    const LocalizedStringProvider& viaInterface = provider;
+    EXPECT_EQ(viaInterface.localizedString("Today", ""), "Heute");
+    EXPECT_EQ(WidgetsLocalizedStringProvider::shared()->localizedString("Water", ""), "Wasser");
+    EXPECT_EQ(localizedStringWithFormat(viaInterface.localizedString("dashb.macros.gram.left", "%d g left"), {1234}),
+              "Noch 1.234 g übrig");
+
+    for (int i = 0; i < 3; ++i) {
+        if (saved[i]) ::setenv(names[i], saved[i]->c_str(), 1);
+        else ::unsetenv(names[i]);
+    }
+}
+
+TEST(LocalizedStrings, ATestProviderReplacesTheTable) {
+    struct Fixed final : LocalizedStringProvider {
+        std::string localizedString(std::string_view key, std::string_view) const override {
+            return key == "dashb.macros.gram.left" ? "%d g left" : std::string(key);
+        }
+    };
+    const LocalizedStringProviderRef provider = std::make_shared<const Fixed>();
+    ScopedLocaleOverride locale(Locale("en_US"));
+    EXPECT_EQ(localizedStringWithFormat(provider->localizedString("dashb.macros.gram.left", ""), {15}), "15 g left");
+}
+
+}  // namespace
+}  // namespace qrv::widget
