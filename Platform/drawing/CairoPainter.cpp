@@ -527,3 +527,16 @@ RenderResult<std::string> renderSVG(const View& view, Size size, ColorScheme sch
 }
 
 }  // namespace qrv::platform
+
+#if defined(__SANITIZE_ADDRESS__)
+// Fontconfig, Pango and Cairo keep one-off caches for the life of the process,
+// which LeakSanitizer would report from every program that paints. The same
+// list as scripts/lsan.supp, built in so plain test runs need no options.
+extern "C" const char* __lsan_default_suppressions() {  // NOLINT(bugprone-reserved-identifier)
+    return "leak:libfontconfig.so\n"
+           "leak:libpango\n"
+           "leak:libcairo.so\n"
+           "leak:libglib-2.0.so\n"
+           "leak:libgobject-2.0.so\n";
+}
+#endif
