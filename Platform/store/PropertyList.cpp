@@ -2,6 +2,7 @@
 
 #include <plist/plist.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -178,12 +179,13 @@ PropertyListValue fromNode(plist_t node, int depth) {
         }
         case PLIST_STRING:
         case PLIST_KEY: {
-            char* raw = nullptr;
-            if (plist_get_node_type(node) == PLIST_KEY) {
-                plist_get_key_val(node, &raw);
-            } else {
-                plist_get_string_val(node, &raw);
+            if (plist_get_node_type(node) == PLIST_STRING) {
+                std::uint64_t length = 0;
+                const char* text = plist_get_string_ptr(node, &length);
+                return PropertyListValue(text == nullptr ? std::string() : std::string(text, length));
             }
+            char* raw = nullptr;
+            plist_get_key_val(node, &raw);
             MallocString text(raw);
             return PropertyListValue(std::string(text ? text.get() : ""));
         }
@@ -192,16 +194,13 @@ PropertyListValue fromNode(plist_t node, int depth) {
             std::int32_t micro = 0;
             plist_get_date_val(node, &seconds, &micro);
             // The microseconds come back without their sign for instants before 2001.
-            const double fraction = std::abs(micro) / 1e6;
+            const double fraction = std::abs(static_cast<double>(micro)) / 1e6;
             const double total = seconds < 0 ? seconds - fraction : seconds + fraction;
             return PropertyListValue(Date{total});
         }
         case PLIST_DATA: {
-            char* raw = nullptr;
             std::uint64_t length = 0;
-            plist_get_data_val(node, &raw, &length);
-            MallocString bytes(raw);
-            const auto* start = reinterpret_cast<const std::uint8_t*>(bytes.get());
+            const auto* start = reinterpret_cast<const std::uint8_t*>(plist_get_data_ptr(node, &length));
             return PropertyListValue(start == nullptr ? PropertyListValue::Data{}
                                                       : PropertyListValue::Data(start, start + length));
         }
@@ -222,6 +221,90 @@ PropertyListValue fromNode(plist_t node, int depth) {
             break;
     }
     throw PropertyListError("property list holds a value of unknown kind");
+}
+
+// libplist keeps strings as C strings and stops the process (an assertion) when
+// one it parsed holds a NUL character. Such files are refused before parsing.
+std::uint64_t readBigEndian(const std::uint8_t* at, std::size_t size) {
+    std::uint64_t value = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+        value = (value << 8) | at[i];
+    }
+    return value;
+}
+
+bool binaryStringsHoldNul(std::span<const std::uint8_t> bytes) {
+    constexpr std::size_t kTrailer = 32;
+    if (bytes.size() < 8 + kTrailer) {
+        return false;  // too short to parse at all; libplist says so
+    }
+    const std::uint8_t* trailer = bytes.data() + bytes.size() - kTrailer;
+    const std::size_t offsetSize = trailer[6];
+    const std::uint64_t objectCount = readBigEndian(trailer + 8, 8);
+    const std::uint64_t tableStart = readBigEndian(trailer + 24, 8);
+    const std::size_t end = bytes.size() - kTrailer;
+    if (offsetSize < 1 || offsetSize > 8 || tableStart > end || objectCount > (end - tableStart) / offsetSize) {
+        return false;  // malformed: left to libplist to refuse
+    }
+    for (std::uint64_t object = 0; object < objectCount; ++object) {
+        const std::uint64_t at = readBigEndian(bytes.data() + tableStart + object * offsetSize, offsetSize);
+        if (at >= end) {
+            continue;
+        }
+        const std::uint8_t marker = bytes[at];
+        const int kind = marker >> 4;
+        if (kind != 0x5 && kind != 0x6) {
+            continue;  // only ASCII (5) and UTF-16 (6) strings
+        }
+        std::uint64_t length = marker & 0x0f;
+        std::uint64_t start = at + 1;
+        if (length == 0x0f) {
+            if (start >= end || (bytes[start] >> 4) != 0x1) {
+                continue;
+            }
+            const std::size_t lengthSize = std::size_t{1} << (bytes[start] & 0x0f);
+            if (lengthSize > 8 || start + 1 + lengthSize > end) {
+                continue;
+            }
+            length = readBigEndian(bytes.data() + start + 1, lengthSize);
+            start += 1 + lengthSize;
+        }
+        const std::uint64_t unit = kind == 0x5 ? 1 : 2;
+        if (length > (end - start) / unit) {
+            continue;
+        }
+        for (std::uint64_t i = 0; i < length; ++i) {
+            const std::uint8_t* character = bytes.data() + start + i * unit;
+            if (character[0] == 0 && (unit == 1 || character[1] == 0)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+bool xmlTextHoldsNul(std::span<const std::uint8_t> bytes) {
+    if (std::find(bytes.begin(), bytes.end(), std::uint8_t{0}) != bytes.end()) {
+        return true;
+    }
+    // Character references to U+0000: &#0; &#000; &#x0; &#X00;
+    for (std::size_t at = 0; at + 3 < bytes.size(); ++at) {
+        if (bytes[at] != '&' || bytes[at + 1] != '#') {
+            continue;
+        }
+        std::size_t next = at + 2;
+        if (next < bytes.size() && (bytes[next] == 'x' || bytes[next] == 'X')) {
+            ++next;
+        }
+        const std::size_t digits = next;
+        while (next < bytes.size() && bytes[next] == '0') {
+            ++next;
+        }
+        if (next > digits && next < bytes.size() && bytes[next] == ';') {
+            return true;
+        }
+    }
+    return false;
 }
 
 }  // namespace
@@ -251,6 +334,11 @@ PropertyListValue decode(std::span<const std::uint8_t> bytes) {
     }
     if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
         throw PropertyListError("property list too large");
+    }
+    const char* start = reinterpret_cast<const char*>(bytes.data());
+    const bool binary = plist_is_binary(start, static_cast<std::uint32_t>(bytes.size())) != 0;
+    if (binary ? binaryStringsHoldNul(bytes) : xmlTextHoldsNul(bytes)) {
+        throw PropertyListError("property list holds a string with a NUL character");
     }
     plist_t raw = nullptr;
     plist_from_memory(reinterpret_cast<const char*>(bytes.data()), static_cast<std::uint32_t>(bytes.size()),

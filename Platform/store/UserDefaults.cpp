@@ -482,32 +482,64 @@ void UserDefaults::writeLocked(const Dictionary& contents) const {
     }
 }
 
+bool UserDefaults::modify(const std::function<bool(Dictionary&)>& change) {
+    StoreLock lock(file_, lockFile_);
+    Dictionary contents = readForWrite();
+    if (!change(contents)) {
+        return false;
+    }
+    writeLocked(contents);
+    return true;
+}
+
 void UserDefaults::set(std::string_view key, Value value) {
-    update(key, [&value](const std::optional<Value>&) { return std::optional<Value>(std::move(value)); });
+    modify([&](Dictionary& contents) {
+        auto found = contents.find(key);
+        if (found != contents.end()) {
+            // Flags are set again on every read attempt; leave the file alone then.
+            if (found->second == value) {
+                return false;
+            }
+            found->second = std::move(value);
+        } else {
+            contents.emplace(std::string(key), std::move(value));
+        }
+        return true;
+    });
 }
 
 void UserDefaults::removeObject(std::string_view key) {
-    update(key, [](const std::optional<Value>&) { return std::optional<Value>(); });
+    modify([&](Dictionary& contents) {
+        auto found = contents.find(key);
+        if (found == contents.end()) {
+            return false;
+        }
+        contents.erase(found);
+        return true;
+    });
 }
 
 std::optional<UserDefaults::Value> UserDefaults::update(std::string_view key, const Updater& fn) {
-    StoreLock lock(file_, lockFile_);
-    Dictionary contents = readForWrite();
-    auto found = contents.find(key);
-    std::optional<Value> current;
-    if (found != contents.end()) {
-        current = found->second;
-    }
-    std::optional<Value> replacement = fn(current);
-    if (replacement == current) {
-        return replacement;
-    }
-    if (replacement) {
-        contents.insert_or_assign(std::string(key), *replacement);
-    } else {
-        contents.erase(found);
-    }
-    writeLocked(contents);
+    std::optional<Value> replacement;
+    modify([&](Dictionary& contents) {
+        auto found = contents.find(key);
+        std::optional<Value> current;
+        if (found != contents.end()) {
+            current = std::move(found->second);
+        }
+        replacement = fn(std::move(current));
+        if (!replacement) {
+            if (found == contents.end()) {
+                return false;
+            }
+            contents.erase(found);
+        } else if (found != contents.end()) {
+            found->second = *replacement;
+        } else {
+            contents.emplace(std::string(key), *replacement);
+        }
+        return true;
+    });
     return replacement;
 }
 

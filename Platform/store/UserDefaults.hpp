@@ -71,7 +71,8 @@ public:
     bool boolValue(std::string_view key) const;
     Dictionary dictionaryRepresentation() const;
 
-    // Writes throw UserDefaultsError when the file cannot be replaced.
+    // Writes throw UserDefaultsError when the file cannot be replaced. Setting the
+    // value a key already holds, or removing a missing key, leaves the file untouched.
     void set(std::string_view key, Value value);
     void removeObject(std::string_view key);
     // Atomic read-modify-write of one key across threads and processes: fn gets the
@@ -86,6 +87,8 @@ private:
     Dictionary readUnlocked() const;
     Dictionary readForWrite() const;
     void writeLocked(const Dictionary& contents) const;
+    // Under the lock: read, let change edit the contents, write if it returns true.
+    bool modify(const std::function<bool(Dictionary&)>& change);
 
     std::filesystem::path file_;
     std::filesystem::path lockFile_;

@@ -79,6 +79,19 @@ TEST(StorePropertyList, LongArraysKeepTheirOrder) {
     EXPECT_EQ(*decoded.arrayValue(), items);
 }
 
+// A binary plist of {key: value} with the 'X' in key or value turned into NUL
+// (in UTF-16 strings both bytes of the code unit).
+std::string withNulInBinaryString(const std::string& key, const Value& value) {
+    const auto bytes = PropertyList::encode(Value(Value::Dictionary{{key, value}}));
+    std::string text(bytes.begin(), bytes.end());
+    if (auto ascii = text.find('X'); ascii != std::string::npos && text[ascii - 1] != 0) {
+        text[ascii] = '\0';
+    } else if (auto wide = text.find(std::string("\0X", 2)); wide != std::string::npos) {
+        text[wide + 1] = '\0';
+    }
+    return text;
+}
+
 TEST(StorePropertyList, RejectsWhatIsNotAPropertyList) {
     const std::vector<std::string> inputs = {
         std::string(),
@@ -87,6 +100,13 @@ TEST(StorePropertyList, RejectsWhatIsNotAPropertyList) {
         std::string("bplist00\xd1\x01\x02", 11),
         "<?xml version=\"1.0\"?><plist><dict><key>a</key>",
         "{\"a\":1}",
+        // Strings holding NUL, which libplist cannot hand back.
+        "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>a&#0;b</key><true/></dict></plist>",
+        "<?xml version=\"1.0\"?><plist version=\"1.0\"><string>a&#x000;b</string></plist>",
+        std::string("<?xml version=\"1.0\"?><plist version=\"1.0\"><string>a") + '\0' + "b</string></plist>",
+        withNulInBinaryString("keyXkey", Value(1)),
+        withNulInBinaryString("k", Value("valueXvalue")),
+        withNulInBinaryString("k", Value("caf\u00e9X\u2713")),
     };
     for (const auto& input : inputs) {
         SCOPED_TRACE(input);

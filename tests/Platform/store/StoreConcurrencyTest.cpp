@@ -89,7 +89,7 @@ TEST(StoreConcurrency, ThreadsSharingOrNotSharingAHandleLoseNothing) {
     test::ScratchDirectory scratch;
     auto shared = UserDefaults::openSuite("group.com.qrv.widgets", scratch.path());
     ASSERT_TRUE(shared);
-    constexpr int kPerThread = 100;
+    constexpr int kPerThread = 50;
     std::vector<std::thread> threads;
     for (int writer = 0; writer < 4; ++writer) {
         threads.emplace_back([&, writer] {
