@@ -14,7 +14,8 @@ namespace qrv::platform {
 
 namespace dom = simdjson::dom;
 using json_detail::ElementStorage;
-using json_detail::Path;
+using json_detail::kRootNode;
+using json_detail::PathNode;
 using json_detail::PathStep;
 
 namespace {
@@ -146,11 +147,9 @@ class SourceIndex {
 public:
     explicit SourceIndex(std::string_view text) : text_(text) { root_ = value(); }
 
-    std::optional<std::string_view> numberAt(const Path& path) const {
-        if (path.depth > json_detail::kMaxPathSteps) return std::nullopt;
+    std::optional<std::string_view> numberAt(const std::vector<PathStep>& path) const {
         std::uint32_t node = root_;
-        for (std::size_t i = 0; i < path.depth; ++i) {
-            const auto& step = path.steps[i];
+        for (const auto& step : path) {
             const Node& n = nodes_[node];
             if (step.index >= 0) {
                 if (n.kind != '[' || static_cast<std::size_t>(step.index) >= n.children.size()) return std::nullopt;
@@ -315,9 +314,31 @@ class JSONDocumentContext {
 public:
     explicit JSONDocumentContext(std::string_view text) : text_(text) {}
 
-    std::optional<std::string_view> numberToken(const Path& path) {
+    PathNode addNode(PathNode parent, const std::optional<PathStep>& step) {
+        nodes_.push_back(Node{parent, step});
+        return static_cast<PathNode>(nodes_.size() - 1);
+    }
+
+    // The steps from the root down to `node`, then `last` if given.
+    std::vector<PathStep> steps(PathNode node, const std::optional<PathStep>& last) const {
+        std::vector<PathStep> path;
+        if (last) path.push_back(*last);
+        for (; node != kRootNode; node = nodes_[node].parent)
+            if (nodes_[node].step) path.push_back(*nodes_[node].step);
+        std::reverse(path.begin(), path.end());
+        return path;
+    }
+
+    std::vector<CodingKey> codingPath(PathNode node, const std::optional<PathStep>& last) const {
+        std::vector<CodingKey> keys;
+        for (const auto& step : steps(node, last))
+            keys.push_back(step.index >= 0 ? CodingKey::index(static_cast<int>(step.index)) : CodingKey::key(step.key));
+        return keys;
+    }
+
+    std::optional<std::string_view> numberToken(PathNode node, const std::optional<PathStep>& last) {
         if (!index_) index_ = std::make_unique<SourceIndex>(text_);
-        return index_->numberAt(path);
+        return index_->numberAt(steps(node, last));
     }
 
     // Whether "-0" occurs anywhere in the text: without it, no integer zero can be negative.
@@ -327,29 +348,15 @@ public:
     }
 
 private:
+    struct Node {
+        PathNode parent;
+        std::optional<PathStep> step;
+    };
     std::string_view text_;
+    std::vector<Node> nodes_;
     std::unique_ptr<SourceIndex> index_;
     std::optional<bool> negativeZero_;
 };
-
-// Path
-
-Path Path::appending(PathStep step) const {
-    Path next = *this;
-    if (depth < kMaxPathSteps) next.steps[depth] = step;
-    ++next.depth;
-    return next;
-}
-
-std::vector<CodingKey> Path::codingPath() const {
-    std::vector<CodingKey> keys;
-    for (std::size_t i = 0; i < std::min(depth, kMaxPathSteps); ++i) {
-        const auto& step = steps[i];
-        keys.push_back(step.index >= 0 ? CodingKey::index(static_cast<int>(step.index)) : CodingKey::key(step.key));
-    }
-    if (depth > kMaxPathSteps) keys.push_back(CodingKey::key("..."));
-    return keys;
-}
 
 // JSONValue
 
@@ -391,7 +398,9 @@ void JSONValue::failNotRepresentable(std::string_view number, std::string_view t
              std::string(type) + ".");
 }
 
-std::optional<std::string_view> JSONValue::sourceToken() const { return context_->numberToken(path_); }
+std::vector<CodingKey> JSONValue::codingPath() const { return context_->codingPath(parent_, step_); }
+
+std::optional<std::string_view> JSONValue::sourceToken() const { return context_->numberToken(parent_, step_); }
 
 std::string JSONValue::numberText(double parsed) const {
     if (auto token = sourceToken()) return std::string(*token);
@@ -477,7 +486,7 @@ float JSONValue::decodeFloat() const {
         return f;
     };
     // Halfway between FLT_MAX and the next power of two: from here on a float is infinite.
-    const double overflow = std::ldexp(1.0, 128) - std::ldexp(1.0, 103);
+    constexpr double overflow = 340282356779733661637539395458142568448.0;  // 2^128 - 2^103
     const double magnitude = std::fabs(d);
     if (magnitude > overflow) failNotRepresentable(numberText(d), "Float");
     if (magnitude == overflow) {
@@ -533,7 +542,8 @@ KeyedDecodingContainer JSONValue::keyedContainer() const {
     if (element.type() == dom::element_type::NULL_VALUE)
         fail(DecodingErrorKind::valueNotFound, codingPath(), "Cannot get keyed decoding container -- found null value instead");
     if (element.type() != dom::element_type::OBJECT) failTypeMismatch("Dictionary<String, Any>");
-    return KeyedDecodingContainer(context_, store(element.get_object().value_unsafe()), path_);
+    return KeyedDecodingContainer(context_, store(element.get_object().value_unsafe()),
+                                  context_->addNode(parent_, step_));
 }
 
 UnkeyedDecodingContainer JSONValue::unkeyedContainer() const {
@@ -542,14 +552,15 @@ UnkeyedDecodingContainer JSONValue::unkeyedContainer() const {
         fail(DecodingErrorKind::valueNotFound, codingPath(),
              "Cannot get unkeyed decoding container -- found null value instead");
     if (element.type() != dom::element_type::ARRAY) failTypeMismatch("Array<Any>");
-    return UnkeyedDecodingContainer(context_, store(element.get_array().value_unsafe()), path_);
+    return UnkeyedDecodingContainer(context_, store(element.get_array().value_unsafe()),
+                                    context_->addNode(parent_, step_));
 }
 
 // Containers
 
 std::optional<JSONValue> KeyedDecodingContainer::find(std::string_view key) const {
     for (auto field : load<dom::object>(object_)) {
-        if (field.key == key) return JSONValue(context_, store(field.value), path_.appending(PathStep{field.key, -1}));
+        if (field.key == key) return JSONValue(context_, store(field.value), node_, PathStep{field.key, -1});
     }
     return std::nullopt;
 }
@@ -569,9 +580,14 @@ std::vector<std::string> KeyedDecodingContainer::allKeys() const {
     return keys;
 }
 
-UnkeyedDecodingContainer::UnkeyedDecodingContainer(JSONDocumentContext* context, ElementStorage array,
-                                                   const Path& path)
-    : context_(context), path_(path) {
+std::vector<CodingKey> KeyedDecodingContainer::codingPath() const { return context_->codingPath(node_, std::nullopt); }
+
+std::vector<CodingKey> UnkeyedDecodingContainer::codingPath() const {
+    return context_->codingPath(node_, std::nullopt);
+}
+
+UnkeyedDecodingContainer::UnkeyedDecodingContainer(JSONDocumentContext* context, ElementStorage array, PathNode node)
+    : context_(context), node_(node) {
     auto a = load<dom::array>(array);
     count_ = a.size();
     iterator_ = store(a.begin());
@@ -579,13 +595,13 @@ UnkeyedDecodingContainer::UnkeyedDecodingContainer(JSONDocumentContext* context,
 
 JSONValue UnkeyedDecodingContainer::next() {
     auto position = PathStep{{}, static_cast<std::int64_t>(index_)};
-    if (isAtEnd()) fail(DecodingErrorKind::valueNotFound, path_.appending(position).codingPath(), "Unkeyed container is at end.");
+    if (isAtEnd()) fail(DecodingErrorKind::valueNotFound, context_->codingPath(node_, position), "Unkeyed container is at end.");
     auto it = load<dom::array::iterator>(iterator_);
     dom::element element = *it;
     ++it;
     iterator_ = store(it);
     ++index_;
-    return JSONValue(context_, store(element), path_.appending(position));
+    return JSONValue(context_, store(element), node_, position);
 }
 
 // Decoder
@@ -616,7 +632,7 @@ std::optional<DecodingError> JSONDecoder::visit(std::span<const std::uint8_t> by
                              simdjson::error_message(error)};
     JSONDocumentContext context(parsed);
     try {
-        decodeRoot(JSONValue(&context, store(root), Path{}));
+        decodeRoot(JSONValue(&context, store(root), kRootNode, std::nullopt));
     } catch (const DecodingFailure& failure) {
         return failure.error();
     }

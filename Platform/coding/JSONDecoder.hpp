@@ -67,18 +67,15 @@ namespace json_detail {
 struct alignas(8) ElementStorage {
     std::array<std::byte, 16> bytes{};
 };
-// One step of a path, pointing into the document or at a caller's literal key.
+// One step of a path: an object key (pointing into the document) or an array position.
 struct PathStep {
     std::string_view key;
     std::int64_t index = -1;  // >= 0 for an array position
 };
-constexpr std::size_t kMaxPathSteps = 12;
-struct Path {
-    std::array<PathStep, kMaxPathSteps> steps{};
-    std::size_t depth = 0;  // may exceed kMaxPathSteps; the deeper steps are not kept
-    Path appending(PathStep step) const;
-    std::vector<CodingKey> codingPath() const;
-};
+// Containers record where they sit in the decoding's own list of path nodes,
+// so values stay small and a path is only spelled out when something fails.
+using PathNode = std::uint32_t;
+inline constexpr PathNode kRootNode = 0xFFFFFFFFu;
 }  // namespace json_detail
 
 enum class JSONKind { null, boolean, number, string, array, object };
@@ -99,7 +96,7 @@ public:
     KeyedDecodingContainer keyedContainer() const;
     UnkeyedDecodingContainer unkeyedContainer() const;
 
-    std::vector<CodingKey> codingPath() const { return path_.codingPath(); }
+    std::vector<CodingKey> codingPath() const;
 
     // Fails the decoding with an error at this value, e.g. for an enumeration
     // raw value that names no case.
@@ -110,8 +107,9 @@ private:
     friend class JSONDecoder;
     friend class KeyedDecodingContainer;
     friend class UnkeyedDecodingContainer;
-    JSONValue(JSONDocumentContext* context, json_detail::ElementStorage element, const json_detail::Path& path)
-        : context_(context), element_(element), path_(path) {}
+    JSONValue(JSONDocumentContext* context, json_detail::ElementStorage element, json_detail::PathNode parent,
+              std::optional<json_detail::PathStep> step)
+        : context_(context), element_(element), parent_(parent), step_(step) {}
 
     [[noreturn]] void failNotRepresentable(std::string_view number, std::string_view type) const;
     [[noreturn]] void failTypeMismatch(std::string_view expected) const;
@@ -124,7 +122,8 @@ private:
 
     JSONDocumentContext* context_;
     json_detail::ElementStorage element_;
-    json_detail::Path path_;
+    json_detail::PathNode parent_;                // the container this value was read from
+    std::optional<json_detail::PathStep> step_;  // its key or position there; none for the root
 };
 
 class KeyedDecodingContainer {
@@ -142,16 +141,15 @@ public:
     std::string decodeString(std::string_view key) const { return (*this)[key].decodeString(); }
     Date decodeDate(std::string_view key) const { return (*this)[key].decodeDate(); }
 
-    std::vector<CodingKey> codingPath() const { return path_.codingPath(); }
+    std::vector<CodingKey> codingPath() const;
 
 private:
     friend class JSONValue;
-    KeyedDecodingContainer(JSONDocumentContext* context, json_detail::ElementStorage object,
-                           const json_detail::Path& path)
-        : context_(context), object_(object), path_(path) {}
+    KeyedDecodingContainer(JSONDocumentContext* context, json_detail::ElementStorage object, json_detail::PathNode node)
+        : context_(context), object_(object), node_(node) {}
     JSONDocumentContext* context_;
     json_detail::ElementStorage object_;
-    json_detail::Path path_;
+    json_detail::PathNode node_;
 };
 
 class UnkeyedDecodingContainer {
@@ -162,15 +160,15 @@ public:
     // The next element; valueNotFound once the array is used up.
     JSONValue next();
 
-    std::vector<CodingKey> codingPath() const { return path_.codingPath(); }
+    std::vector<CodingKey> codingPath() const;
 
 private:
     friend class JSONValue;
     UnkeyedDecodingContainer(JSONDocumentContext* context, json_detail::ElementStorage array,
-                             const json_detail::Path& path);
+                             json_detail::PathNode node);
     JSONDocumentContext* context_;
     json_detail::ElementStorage iterator_;
-    json_detail::Path path_;
+    json_detail::PathNode node_;
     std::size_t count_ = 0;
     std::size_t index_ = 0;
 };
