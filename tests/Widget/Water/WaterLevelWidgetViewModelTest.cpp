@@ -86,36 +86,22 @@ TEST(WaterLevelWidgetViewModelTest, PutsTheSurfaceOnOrBetweenTheMarks) {
     }
 }
 
-TEST(WaterLevelWidgetViewModelTest, StaysEmptyUntilMeasuredAndWithinTheGlass) {
+TEST(WaterLevelWidgetViewModelTest, StaysInsideTheGlass) {
     WaterLevelWidgetViewModel unmeasured(24, WaterWidgetUnit::oz);
     unmeasured.buildRows();
     unmeasured.updateWaterHeight();
     EXPECT_EQ(unmeasured.waterHeight(), 0);
 
-    // Marks reported outside the glass never push the water past the rim.
+    // A mark reported above the rim never pushes the water past it.
     WaterLevelWidgetViewModel model(56, WaterWidgetUnit::oz);
     model.buildRows();
     model.setTotalHeight(100);
+    model.updateRowPosition(3, 10);  // no mark for 3: nothing changes
     model.updateRowPosition(56, -30);
+    EXPECT_EQ(model.rows()[0].yPosition, -30);
+    EXPECT_EQ(model.rows()[1].yPosition, 0);
     model.updateWaterHeight();
     EXPECT_EQ(model.waterHeight(), 100);
-
-    // A model without rows has nothing to measure against.
-    WaterLevelWidgetViewModel noRows(10, WaterWidgetUnit::oz);
-    noRows.setTotalHeight(100);
-    noRows.updateRowPosition(8, 50);
-    noRows.updateWaterHeight();
-    EXPECT_EQ(noRows.waterHeight(), 0);
-}
-
-TEST(WaterLevelWidgetViewModelTest, UpdatesOnlyTheFirstRowWithTheValue) {
-    WaterLevelWidgetViewModel model(0, WaterWidgetUnit::cups);
-    model.buildRows();
-    const auto before = model.rows();
-    model.updateRowPosition(3, 10);  // no mark for 3 cups
-    EXPECT_EQ(model.rows(), before);
-    model.updateRowPosition(6, 77);
-    EXPECT_EQ(model.rows()[4].yPosition, 77);
 }
 
 TEST(WaterLevelWidgetViewModelTest, PublishesEveryNewHeight) {
@@ -125,41 +111,27 @@ TEST(WaterLevelWidgetViewModelTest, PublishesEveryNewHeight) {
     auto subscription = model.subscribeWaterHeight([&](double height) { heard.push_back(height); });
     measure(model);
     model.updateWaterHeight();
+    subscription.cancel();
     model.setTotalHeight(0);
     model.updateWaterHeight();
-    EXPECT_EQ(heard, (std::vector<double>{0, 10, 0}));
+    EXPECT_EQ(heard, (std::vector<double>{0, 10}));  // the current value first, then each new one
 
-    subscription.cancel();
-    model.setTotalHeight(140);
-    model.updateWaterHeight();
-    EXPECT_EQ(heard.size(), 3u);
-    EXPECT_EQ(model.waterHeight(), 10);
-}
-
-TEST(WaterLevelWidgetViewModelTest, PublishedValueToleratesChangesDuringNotification) {
+    // A callback may cancel a later one; a subscription may outlive its value.
     Published<int> value(1);
-    std::vector<int> first, second;
+    std::vector<int> second;
     Published<int>::Subscription secondSubscription;
-    auto firstSubscription = value.subscribe([&](int v) {
-        first.push_back(v);
-        if (v == 2) secondSubscription.cancel();  // cancels the later callback before its turn
+    auto first = value.subscribe([&](int v) {
+        if (v == 2) secondSubscription.cancel();
     });
     secondSubscription = value.subscribe([&](int v) { second.push_back(v); });
     value.set(2);
-    value.set(3);
-    EXPECT_EQ(first, (std::vector<int>{1, 2, 3}));
     EXPECT_EQ(second, (std::vector<int>{1}));
-    EXPECT_EQ(value.subscriberCount(), 1u);
-
-    // A subscription that outlives its value is inert.
     Published<int>::Subscription orphan;
     {
         Published<int> shortLived(0);
         orphan = shortLived.subscribe([](int) {});
-        EXPECT_TRUE(orphan.isActive());
     }
     EXPECT_FALSE(orphan.isActive());
-    orphan.cancel();
 }
 
 TEST(WaterLevelWidgetViewModelDeathTest, StopsOnAnAmountBeyondWholeUnits) {
