@@ -406,6 +406,12 @@ Painter::~Painter() = default;
 const TextMeasurer& Painter::textMeasurer() const { return impl_->text; }
 const ImageSizer& Painter::imageSizer() const { return impl_->icons; }
 
+LayoutTree Painter::layout(const View& view, const RenderOptions& options) const {
+    LayoutOptions o{options.size, options.environment(), options.contentMargins,
+                    options.images ? options.images : &impl_->icons};
+    return qrv::platform::layout(view, o, impl_->text);
+}
+
 DisplayList Painter::record(const View& view, const RenderOptions& options) const {
     RenderOptions o = options;
     if (!o.images) o.images = &impl_->icons;

@@ -71,6 +71,7 @@ public:
     const ImageSizer& imageSizer() const;
 
     // Layout and recording with this painter's measurer and icons.
+    LayoutTree layout(const View& view, const RenderOptions& options) const;
     DisplayList record(const View& view, const RenderOptions& options) const;
 
     // `scale` is pixels per point, from 1 to 3.

@@ -49,6 +49,7 @@ struct Context {
     Rect safeRect;       // inside the content margins
     Rect containerRect;  // the whole widget
     std::vector<LayoutNode>* containerBackgrounds;
+    std::vector<std::pair<std::string, Rect>>* preferences;
 };
 
 std::unique_ptr<Box> build(const View& view, const Environment& env, std::optional<StackAxis> parentAxis = {},
@@ -430,7 +431,11 @@ LayoutNode place(Box& box, const Rect& frame, ProposedSize p, Context& ctx) {
                 ctx.containerBackgrounds->push_back(
                     placeInside(*background, ctx.containerRect, whole, Alignment::center, ctx));
             },
-            [&](const EffectNode&) { out.children.push_back(place(*box.kids[0], frame, p, ctx)); },
+            [&](const EffectNode& e) {
+                if (auto* pref = std::get_if<FramePreferenceEffect>(&e.effect))
+                    ctx.preferences->emplace_back(pref->key, frame);
+                out.children.push_back(place(*box.kids[0], frame, p, ctx));
+            },
             [&](const auto&) {},
         },
         box.node->content);
@@ -491,6 +496,7 @@ std::string kindName(const LayoutNode& n) {
                                       },
                                       [](const AccessibilityIdentifierEffect& a) { return "Identifier \"" + a.identifier + "\""; },
                                       [](const WidgetURLEffect& w) { return "WidgetURL \"" + w.url + "\""; },
+                                      [](const FramePreferenceEffect& f) { return "FramePreference \"" + f.key + "\""; },
                                   },
                                   e.effect);
             },
@@ -517,7 +523,7 @@ LayoutTree layout(const View& view, const LayoutOptions& options, const TextMeas
     tree.size = options.size;
     Rect container{{0, 0}, options.size};
     tree.contentRect = container.inset(options.contentMargins);
-    Context ctx{measurer, options.images, tree.contentRect, container, &tree.containerBackgrounds};
+    Context ctx{measurer, options.images, tree.contentRect, container, &tree.containerBackgrounds, &tree.preferences};
     auto root = build(view, options.environment);
     ProposedSize offer = ProposedSize::of(tree.contentRect.size);
     tree.content = placeInside(*root, tree.contentRect, offer, Alignment::center, ctx);
@@ -527,7 +533,8 @@ LayoutTree layout(const View& view, const LayoutOptions& options, const TextMeas
 Size sizeThatFits(const View& view, ProposedSize proposal, const Environment& environment,
                   const TextMeasurer& measurer, const ImageSizer* images) {
     std::vector<LayoutNode> ignored;
-    Context ctx{measurer, images, {}, {}, &ignored};
+    std::vector<std::pair<std::string, Rect>> unused;
+    Context ctx{measurer, images, {}, {}, &ignored, &unused};
     auto root = build(view, environment);
     return sizeOf(*root, proposal, ctx);
 }
@@ -545,6 +552,13 @@ std::string describe(const LayoutTree& tree) {
     std::string out;
     for (const auto& b : tree.containerBackgrounds) out += "container background:\n" + describe(b, 1);
     return out + describe(tree.content, 0);
+}
+
+std::vector<Rect> LayoutTree::preferenceFrames(std::string_view key) const {
+    std::vector<Rect> out;
+    for (const auto& [k, r] : preferences)
+        if (k == key) out.push_back(r);
+    return out;
 }
 
 std::optional<Rect> findFrame(const LayoutTree& tree, std::string_view id) {

@@ -95,6 +95,11 @@ struct LayoutTree {
     // Container backgrounds, laid out over the whole widget, drawn first.
     std::vector<LayoutNode> containerBackgrounds{};
     LayoutNode content{};
+    // Frames reported by framePreference(), in layout order.
+    std::vector<std::pair<std::string, Rect>> preferences{};
+
+    // The frames reported under `key`, in layout order.
+    std::vector<Rect> preferenceFrames(std::string_view key) const;
 };
 
 struct LayoutOptions {

@@ -254,6 +254,7 @@ private:
                            if (inMask_ == 0) out_.widgetURL = w.url;
                            children(n);
                        },
+                       [&](const FramePreferenceEffect&) { children(n); },
                    },
                    e.effect);
     }

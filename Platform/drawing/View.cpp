@@ -114,6 +114,7 @@ View View::accessibilityIdentifier(std::string identifier) const {
     return withEffect(*this, AccessibilityIdentifierEffect{std::move(identifier)});
 }
 View View::widgetURL(std::string url) const { return withEffect(*this, WidgetURLEffect{std::move(url)}); }
+View View::framePreference(std::string key) const { return withEffect(*this, FramePreferenceEffect{std::move(key)}); }
 
 // --- Leaves and containers --------------------------------------------------
 

@@ -193,6 +193,11 @@ public:
     [[nodiscard]] View accessibilityIdentifier(std::string identifier) const;
     // Where a tap on the widget leads; with several, the last one drawn wins.
     [[nodiscard]] View widgetURL(std::string url) const;
+    // Reports this view's laid-out frame (widget coordinates) under `key` in
+    // LayoutTree::preferences: how code that built a view learns where a part
+    // of it ended up (measured heights, positions of marks) before it builds
+    // the next version.
+    [[nodiscard]] View framePreference(std::string key) const;
 
     const std::shared_ptr<const ViewNode>& node() const { return node_; }
 

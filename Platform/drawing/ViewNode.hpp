@@ -93,9 +93,13 @@ struct AccessibilityIdentifierEffect {
 struct WidgetURLEffect {
     std::string url{};
 };
+struct FramePreferenceEffect {
+    std::string key{};
+};
 struct EffectNode {
     View child{};
-    std::variant<OpacityEffect, TransformEffect, AccessibilityIdentifierEffect, WidgetURLEffect> effect{};
+    std::variant<OpacityEffect, TransformEffect, AccessibilityIdentifierEffect, WidgetURLEffect, FramePreferenceEffect>
+        effect{};
 };
 
 struct ViewNode {

@@ -164,5 +164,16 @@ TEST(Layout, EnvironmentReachesReadersAndTexts) {
               (Rect{{7, 4}, {6, 12}}));
 }
 
+TEST(Layout, FramePreferencesReportWhereMarksEndedUp) {
+    // Three marks spread by spacers down a 100-high column, like a glass's scale.
+    auto mark = [] { return View(Divider().frame(8, 1).framePreference("mark")); };
+    LayoutTree tree = lay(VStack({mark(), Spacer(), mark(), Spacer(), mark()}, HorizontalAlignment::center, 0)
+                              .frame(FlexibleFrame{.maxHeight = infinity}),
+                          {20, 101});
+    const std::vector<Rect> expected{{{6, 0}, {8, 1}}, {{6, 50}, {8, 1}}, {{6, 100}, {8, 1}}};
+    EXPECT_EQ(tree.preferenceFrames("mark"), expected);
+    EXPECT_TRUE(tree.preferenceFrames("other").empty());
+}
+
 }  // namespace
 }  // namespace qrv::platform
