@@ -14,4 +14,12 @@ QRVTextTheme::QRVTextTheme(const TextTheme& textTheme) {
     style_.lineHeight = lineHeightForPointSize(style_.font.size);
 }
 
+platform::View QRVTextTheme::apply(const platform::View& content) const {
+    return content.font(style_.font).foregroundColor(style_.color);
+}
+
+platform::View font(const platform::View& content, QRVFont style, bool largerForIpad) {
+    return content.font(font(style, largerForIpad));
+}
+
 }  // namespace qrv::catalog

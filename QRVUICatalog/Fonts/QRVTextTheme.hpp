@@ -6,6 +6,7 @@
 
 #include "Platform/drawing/Color.hpp"
 #include "Platform/drawing/Font.hpp"
+#include "Platform/drawing/View.hpp"
 #include "QRVUICatalog/Fonts/QRVLabelTheme.hpp"
 #include "QRVUICatalog/Fonts/TextTheme.hpp"
 
@@ -28,8 +29,15 @@ public:
     const platform::Color& themeColor() const { return style_.color; }
     const TextStyle& style() const { return style_; }
 
+    // The content with the theme's font and foreground colour.
+    [[nodiscard]] platform::View apply(const platform::View& content) const;
+
 private:
     TextStyle style_;
 };
+
+// A text (or any content) in a type style: the style's font, grown on the
+// tablet when asked.
+[[nodiscard]] platform::View font(const platform::View& content, QRVFont style, bool largerForIpad);
 
 }  // namespace qrv::catalog

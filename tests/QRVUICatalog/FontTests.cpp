@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "Platform/drawing/FixedAdvanceTextMeasurer.hpp"
+#include "Platform/drawing/Recorder.hpp"
 #include "QRVUICatalog/Colors/QRVColor.hpp"
 #include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
 #include "QRVUICatalog/Fonts/QRVFont.hpp"
@@ -140,6 +142,26 @@ TEST(QRVTextTheme, ExplicitColourReplacesTheThemeColour) {
 
     const QRVTextTheme custom(TextTheme::custom(22, TextWeight::_600, QRVColor::carbTxt()));
     EXPECT_EQ(custom.style(), (TextStyle{platform::Font::system(22, FontWeight::semibold), QRVColor::carbTxt(), 32}));
+}
+
+// The font and colour a text is finally drawn with.
+platform::op::DrawText drawn(const platform::View& view) {
+    const platform::FixedAdvanceTextMeasurer measurer;
+    const auto list = platform::record(platform::layout(view, {.size = {300, 100}}, measurer));
+    for (const auto& op : list.ops) {
+        if (const auto* text = std::get_if<platform::op::DrawText>(&op)) return *text;
+    }
+    ADD_FAILURE() << "no text drawn";
+    return {};
+}
+
+TEST(QRVTextTheme, AppliedThemeReachesTheDrawnText) {
+    const auto text = drawn(QRVTextTheme(QRVLabelTheme::label12MediumCarb).apply(platform::Text("Carbs")));
+    EXPECT_EQ(text.font, platform::Font::system(12, FontWeight::medium));
+    EXPECT_EQ(text.color.name, "carbTxt");
+
+    ScopedDeviceIdiom pad(DeviceIdiom::pad);
+    EXPECT_EQ(drawn(font(platform::Text("72"), QRVFont::title24Bold, true)).font.size, 26);
 }
 
 TEST(QRVFontDeathTest, ValuesOutsideTheEnumerationStopTheProgram) {
