@@ -137,33 +137,51 @@ TEST(QRVColor, TextColoursReachAAContrastOnTheSurfacesTheyAreDrawnOn) {
     struct Pair {
         const Color& text;
         const Color& surface;
+        double minimum;  // 4.5 for text, 3 for graphics
     };
     const Color& card = QRVColor::neutralsMidground2();   // widget background
     const Color& panel = QRVColor::neutralsMidground1();  // water panel
+    const Color& white = QRVColor::neutralsWhite();
     const Pair pairs[] = {
-        {QRVColor::neutralsPrimary(), card},      {QRVColor::neutralsPrimary(), panel},
-        {QRVColor::neutralsPrimaryTxt(), card},   {QRVColor::neutralsSecondary(), card},
-        {QRVColor::neutralsSecondary(), panel},   {QRVColor::neutralsTertiary(), card},
-        {QRVColor::neutralsTertiary(), panel},    {QRVColor::brandPrimary(), card},
-        {QRVColor::brandPrimaryTxt(), card},      {QRVColor::brandPrimaryTxt(), QRVColor::brandPrimaryBG()},
-        {QRVColor::brandSecondaryTxt(), QRVColor::brandSecondaryBG()},
-        {QRVColor::brandTertiaryTxt(), QRVColor::brandTertiaryBG()},
-        {QRVColor::neutralsInverse(), QRVColor::brandPrimary()},
-        {QRVColor::carbTxt(), card},              {QRVColor::carbTxt(), QRVColor::carbBG()},
-        {QRVColor::fatTxt(), card},               {QRVColor::fatTxt(), QRVColor::fatBG()},
-        {QRVColor::proteinTxt(), card},           {QRVColor::proteinTxt(), QRVColor::proteinBG()},
-        {QRVColor::positive(), card},             {QRVColor::positiveTxt(), QRVColor::positiveBG()},
-        {QRVColor::negative(), card},             {QRVColor::negativeTxt(), QRVColor::negativeBG()},
-        {QRVColor::warningTxt(), QRVColor::warningBG()},
+        {QRVColor::neutralsPrimary(), card, 4.5},
+        {QRVColor::neutralsPrimary(), panel, 4.5},
+        {QRVColor::neutralsPrimaryTxt(), card, 4.5},
+        {QRVColor::neutralsSecondary(), card, 4.5},
+        {QRVColor::neutralsSecondary(), panel, 4.5},
+        {QRVColor::neutralsTertiary(), card, 4.5},
+        {QRVColor::neutralsTertiary(), panel, 4.5},
+        {QRVColor::brandPrimaryTxt(), card, 4.5},
+        {QRVColor::brandPrimaryTxt(), panel, 4.5},
+        {QRVColor::brandPrimaryTxt(), QRVColor::brandPrimaryBG(), 4.5},
+        {QRVColor::brandSecondaryTxt(), QRVColor::brandSecondaryBG(), 4.5},
+        {QRVColor::brandTertiaryTxt(), QRVColor::brandTertiaryBG(), 4.5},
+        // Captions of prominent buttons are white on the brand tint.
+        {white, QRVColor::brandPrimary(), 4.5},
+        {QRVColor::neutralsInverse(), QRVColor::brandPrimary(), 4.5},
+        {QRVColor::brandPrimary(), card, 3},  // water column and icon tint
+        {QRVColor::brandPrimary(), panel, 3},
+        {QRVColor::carbTxt(), card, 4.5},
+        {QRVColor::carbTxt(), QRVColor::carbBG(), 4.5},
+        {QRVColor::fatTxt(), card, 4.5},
+        {QRVColor::fatTxt(), QRVColor::fatBG(), 4.5},
+        {QRVColor::proteinTxt(), card, 4.5},
+        {QRVColor::proteinTxt(), QRVColor::proteinBG(), 4.5},
+        {QRVColor::positive(), card, 4.5},
+        {QRVColor::positiveTxt(), QRVColor::positiveBG(), 4.5},
+        {QRVColor::negative(), card, 4.5},
+        {QRVColor::negativeTxt(), QRVColor::negativeBG(), 4.5},
+        {QRVColor::warningTxt(), QRVColor::warningBG(), 4.5},
     };
     for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
-        for (const auto& [text, surface] : pairs) {
-            EXPECT_GE(contrast(text.resolved(scheme), surface.resolved(scheme)), 4.5)
+        for (const auto& [text, surface, minimum] : pairs) {
+            EXPECT_GE(contrast(text.resolved(scheme), surface.resolved(scheme)), minimum)
                 << text.name << " on " << surface.name << (scheme == ColorScheme::dark ? " (dark)" : " (light)");
         }
     }
-    // The water widget writes white text in the dark scheme only.
-    EXPECT_GE(contrast(QRVColor::neutralsWhite().dark, card.dark), 4.5);
+    // Brand-coloured text is for light surfaces; the water widget writes white
+    // text in the dark scheme only.
+    EXPECT_GE(contrast(QRVColor::brandPrimary().light, card.light), 4.5);
+    EXPECT_GE(contrast(white.dark, card.dark), 4.5);
 }
 
 }  // namespace
