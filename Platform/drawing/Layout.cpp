@@ -304,15 +304,39 @@ StackMeasure measureStack(Box& box, const StackNode& s, ProposedSize p, Context&
         std::iota(order.begin(), order.end(), 0);
         std::stable_sort(order.begin(), order.end(),
                          [&](std::size_t a, std::size_t b) { return flexibility[a] < flexibility[b]; });
-        // Pass 3: least flexible first, each offered an equal share of the rest.
+        // Pass 3: spacers set their minimum aside, so a text beside a spacer
+        // gets the room it needs before the spacer grows.
         double remaining = std::max(0.0, *proposedMain - totalSpacing);
-        std::size_t left = n;
+        std::size_t left = 0, spacersLeft = 0;
+        double spacerMinimum = 0;
+        for (std::size_t i = 0; i < n; ++i) {
+            if (isSpacer(*box.kids[i])) {
+                spacerMinimum += mainOf(sizeOf(*box.kids[i], propose(0.0), ctx));
+                ++spacersLeft;
+            } else {
+                ++left;
+            }
+        }
+        remaining -= spacerMinimum;
+        // Pass 4: the others, least flexible first, each offered an equal
+        // share of what is left.
         for (std::size_t i : order) {
+            if (isSpacer(*box.kids[i])) continue;
             double share = std::max(0.0, remaining / static_cast<double>(left));
             m.proposals[i] = propose(share);
             m.sizes[i] = sizeOf(*box.kids[i], m.proposals[i], ctx);
             remaining -= mainOf(m.sizes[i]);
             --left;
+        }
+        // Pass 5: spacers share the rest.
+        remaining += spacerMinimum;
+        for (std::size_t i : order) {
+            if (!isSpacer(*box.kids[i])) continue;
+            double share = std::max(0.0, remaining / static_cast<double>(spacersLeft));
+            m.proposals[i] = propose(share);
+            m.sizes[i] = sizeOf(*box.kids[i], m.proposals[i], ctx);
+            remaining -= mainOf(m.sizes[i]);
+            --spacersLeft;
         }
     }
     double main = totalSpacing, cross = 0;

@@ -11,9 +11,12 @@
 //   1. spacing between neighbours (none next to a spacer) is set aside;
 //   2. each child's flexibility is its largest minus its smallest length along
 //      the axis;
-//   3. children are offered, least flexible first, an equal share of what is
-//      left; what each takes is subtracted before the next is asked. Spacers and
-//      frames with an infinite maximum are the most flexible and so take the rest.
+//   3. spacers set their minimum length aside;
+//   4. the other children are offered, least flexible first, an equal share of
+//      what is left; what each takes is subtracted before the next is asked
+//      (frames with an infinite maximum are the most flexible, so they come
+//      last and take the rest);
+//   5. spacers share whatever remains.
 //
 // Text asks a TextMeasurer how wide a line is; the fake one in tests makes
 // layout exact and independent of fonts.

@@ -36,6 +36,12 @@ TEST(Layout, FramesOfSmallTrees) {
          "  Spacer (18.00, 25.00, 62.00, 0.00)\n"
          "  Frame (80.00, 20.00, 20.00, 10.00)\n"
          "    Rectangle fill (80.00, 20.00, 20.00, 10.00)\n"},
+        {"a text beside a spacer gets all it needs before the spacer grows",
+         HStack({Text("abcdefghij"), Spacer(), Text("ab")}), {90, 12},
+         "HStack (0.00, 0.00, 90.00, 12.00)\n"
+         "  Text \"abcdefghij\" (0.00, 0.00, 60.00, 12.00)\n"
+         "  Spacer (60.00, 6.00, 18.00, 0.00)\n"
+         "  Text \"ab\" (78.00, 0.00, 12.00, 12.00)\n"},
         {"padding, spacing, leading alignment and an infinite maximum width",
          VStack({Text("Hi"), Text("World").frame(FlexibleFrame{.maxWidth = infinity, .alignment = Alignment::leading})},
                 HorizontalAlignment::leading, 4)
