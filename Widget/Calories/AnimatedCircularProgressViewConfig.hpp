@@ -30,7 +30,9 @@ struct AnimatedCircularProgressViewConfig {
     platform::Color subtitleColor;
 
     std::string titleAccessibilityId() const { return textAccessibilityIdPrefix + "_progressView" + "Title"; }
-    std::string subtitleAccessibilityId() const { return textAccessibilityIdPrefix + "_progressView" + "Subtitle"; }
+    std::string subtitleAccessibilityId() const {
+        return textAccessibilityIdPrefix + "_progressView" + "Subtitle";
+    }
 
     friend bool operator==(const AnimatedCircularProgressViewConfig&,
                            const AnimatedCircularProgressViewConfig&) = default;

@@ -17,7 +17,8 @@ struct CaloriesConsumedWidgetViewModel {
     // exercise row carries the "Calories" icon: both as the app designs them.
     std::map<CaloriesConsumedWidgetStatType, CaloriesConsumedWidgetStat> stats() const;
 
-    friend bool operator==(const CaloriesConsumedWidgetViewModel&, const CaloriesConsumedWidgetViewModel&) = default;
+    friend bool operator==(const CaloriesConsumedWidgetViewModel&,
+                           const CaloriesConsumedWidgetViewModel&) = default;
 };
 
 }  // namespace qrv::widget

@@ -58,10 +58,10 @@ std::optional<std::int64_t> parseInteger(std::string_view text) {
     return result;
 }
 
-constexpr QRVFont kTitleFont = QRVFont::headline18Semibold;      // raw value 9
-constexpr QRVFont kSubtitleFont = QRVFont::label12Regular;       // raw value 2
-constexpr QRVFont kOverFont = QRVFont::footnote12Bold;           // raw value 19
-constexpr QRVFont kLeftFont = QRVFont::footnote12Regular;        // raw value 18
+constexpr QRVFont kTitleFont = QRVFont::headline18Semibold;  // raw value 9
+constexpr QRVFont kSubtitleFont = QRVFont::label12Regular;   // raw value 2
+constexpr QRVFont kOverFont = QRVFont::footnote12Bold;       // raw value 19
+constexpr QRVFont kLeftFont = QRVFont::footnote12Regular;    // raw value 18
 
 }  // namespace
 
@@ -92,7 +92,8 @@ std::string MacronutrientsWidgetValueViewModel::goalText() const {
            localizedString("unitSystems.gram.abbreviation.plural", "g");
 }
 
-AnimatedCircularProgressViewConfig MacronutrientsWidgetValueViewModel::ringConfiguration(double trackWidth) const {
+AnimatedCircularProgressViewConfig MacronutrientsWidgetValueViewModel::ringConfiguration(
+    double trackWidth) const {
     const auto nutrient = colors();
     return AnimatedCircularProgressViewConfig{
         .trackBackgroundColor = QRVColor::neutralsBackground(),
@@ -108,13 +109,17 @@ AnimatedCircularProgressViewConfig MacronutrientsWidgetValueViewModel::ringConfi
     };
 }
 
-QRVFont MacronutrientsWidgetValueViewModel::leftOverFontStyle() const { return isOver() ? kOverFont : kLeftFont; }
+QRVFont MacronutrientsWidgetValueViewModel::leftOverFontStyle() const {
+    return isOver() ? kOverFont : kLeftFont;
+}
 
 platform::Font MacronutrientsWidgetValueViewModel::leftOverFont() const {
     return catalog::font(leftOverFontStyle(), false);
 }
 
-platform::Color MacronutrientsWidgetValueViewModel::leftOverColor() const { return QRVColor::neutralsSecondary(); }
+platform::Color MacronutrientsWidgetValueViewModel::leftOverColor() const {
+    return QRVColor::neutralsSecondary();
+}
 
 std::size_t MacronutrientsWidgetValueViewModel::hashValue() const {
     std::size_t seed = std::hash<std::string>{}(data.title);

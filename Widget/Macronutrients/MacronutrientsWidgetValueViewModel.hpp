@@ -14,6 +14,7 @@
 #include "Widget/Calories/AnimatedCircularProgressViewConfig.hpp"
 #include "Widget/Shared/LocalizedStringProvider.hpp"
 #include "Widget/Shared/WidgetColorHelpers.hpp"
+#include "Widget/Shared/WidgetsLocalizedStringProvider.hpp"
 
 namespace qrv::widget {
 
@@ -22,7 +23,9 @@ struct MacronutrientsWidgetValueViewModel {
     static constexpr const char* kTextAccessibilityIdPrefix = "MacroStatsView";
 
     MacronutrientsDataEntryValue data;
-    LocalizedStringProviderRef localizedProvider;
+    // Carried for the views; the texts below use the extension's own table
+    // directly, as the widget always has.
+    LocalizedStringProviderRef localizedProvider = WidgetsLocalizedStringProvider::shared();
 
     // Over only when the goal is strictly below what was eaten: eating exactly
     // the goal reads "0 g left".
@@ -64,7 +67,8 @@ struct MacronutrientsWidgetValueViewModel {
     // Identity for lists: the nutrient's title and its left/over text, in that
     // order. Goal, amount and type are deliberately not compared.
     std::size_t hashValue() const;
-    friend bool operator==(const MacronutrientsWidgetValueViewModel& lhs, const MacronutrientsWidgetValueViewModel& rhs) {
+    friend bool operator==(const MacronutrientsWidgetValueViewModel& lhs,
+                           const MacronutrientsWidgetValueViewModel& rhs) {
         return lhs.data.title == rhs.data.title && lhs.leftOverText() == rhs.leftOverText();
     }
 };

@@ -15,6 +15,7 @@
 //    notified for one assignment are those subscribed when it started, minus
 //    those cancelled before their turn.
 // Not synchronised: like the views it feeds, it is used on the main thread.
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -31,11 +32,11 @@ class Published {
         std::uint64_t nextId = 0;
     };
 
-public:
+  public:
     using Callback = std::function<void(const T&)>;
 
     class [[nodiscard]] Subscription {
-    public:
+      public:
         Subscription() = default;
         Subscription(Subscription&& other) noexcept
             : state_(std::exchange(other.state_, {})), id_(other.id_) {}
@@ -61,7 +62,7 @@ public:
             return state && state->callbacks.contains(id_);
         }
 
-    private:
+      private:
         friend class Published;
         Subscription(std::weak_ptr<State> state, std::uint64_t id) : state_(std::move(state)), id_(id) {}
         std::weak_ptr<State> state_;
@@ -78,7 +79,7 @@ public:
     void set(T newValue) {
         value_ = std::move(newValue);
         std::vector<std::pair<std::uint64_t, std::shared_ptr<Callback>>> snapshot(state_->callbacks.begin(),
-                                                                                 state_->callbacks.end());
+                                                                                  state_->callbacks.end());
         for (const auto& [id, callback] : snapshot) {
             // Skip a callback that an earlier one cancelled.
             if (!state_->callbacks.contains(id)) continue;
@@ -96,7 +97,7 @@ public:
 
     std::size_t subscriberCount() const { return state_->callbacks.size(); }
 
-private:
+  private:
     T value_;
     std::shared_ptr<State> state_ = std::make_shared<State>();
 };

@@ -96,7 +96,8 @@ double WaterLevelWidgetViewModel::surfacePosition() const {
     if (!(amount < asFloat(*upper))) return upper->yPosition;
     if (!(asFloat(*lower) < amount)) return lower->yPosition;
     const double lowerValue = static_cast<double>(lower->value);
-    return upper->yPosition + (lower->yPosition - upper->yPosition) * (upperValue - value) / (upperValue - lowerValue);
+    return upper->yPosition +
+           (lower->yPosition - upper->yPosition) * (upperValue - value) / (upperValue - lowerValue);
 }
 
 void WaterLevelWidgetViewModel::updateWaterHeight() {

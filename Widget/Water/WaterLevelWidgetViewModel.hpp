@@ -19,7 +19,7 @@ namespace qrv::widget {
 std::int64_t waterLevelStep(WaterWidgetUnit unit);
 
 class WaterLevelWidgetViewModel {
-public:
+  public:
     static constexpr int kNumberOfRows = 7;
 
     // Rows stay empty until buildRows().
@@ -62,7 +62,7 @@ public:
         return waterHeight_.subscribe(std::move(callback));
     }
 
-private:
+  private:
     // Where the water surface lies, measured from the top of the glass.
     double surfacePosition() const;
 

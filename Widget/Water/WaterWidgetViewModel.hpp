@@ -14,7 +14,7 @@
 namespace qrv::widget {
 
 class WaterWidgetViewModel {
-public:
+  public:
     explicit WaterWidgetViewModel(const WaterDataEntry& entry);
     WaterWidgetViewModel(const WaterWidgetViewModel&) = delete;
     WaterWidgetViewModel& operator=(const WaterWidgetViewModel&) = delete;
@@ -38,7 +38,7 @@ public:
     // its marks built, then the same object on every later access.
     const std::shared_ptr<WaterLevelWidgetViewModel>& waterLevelViewModel();
 
-private:
+  private:
     bool isLoggedIn_;
     std::string buttonText_;
     std::string waterRepresentation_;

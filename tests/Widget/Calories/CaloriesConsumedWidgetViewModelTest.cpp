@@ -1,6 +1,6 @@
-#include "Widget/Calories/CaloriesConsumedWidgetViewModel.hpp"
-
 #include <gtest/gtest.h>
+
+#include "Widget/Calories/CaloriesConsumedWidgetViewModel.hpp"
 
 using namespace qrv::widget;
 
@@ -23,7 +23,8 @@ TEST(CaloriesConsumedWidgetViewModelTest, BuildsTheThreeRowsFromTheRecord) {
     // the exercise row uses the calories icon.
     EXPECT_EQ(stats.at(CaloriesConsumedWidgetStatType::baseGoal),
               (CaloriesConsumedWidgetStat{"Base Goal", "Base Goal", "1,500"}));
-    EXPECT_EQ(stats.at(CaloriesConsumedWidgetStatType::food), (CaloriesConsumedWidgetStat{"Food", "Food", "500"}));
+    EXPECT_EQ(stats.at(CaloriesConsumedWidgetStatType::food),
+              (CaloriesConsumedWidgetStat{"Food", "Food", "500"}));
     EXPECT_EQ(stats.at(CaloriesConsumedWidgetStatType::exercise),
               (CaloriesConsumedWidgetStat{"Exercise", "Calories", "250"}));
     EXPECT_EQ(model.stats(), stats);

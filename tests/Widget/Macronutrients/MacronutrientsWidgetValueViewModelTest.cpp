@@ -1,5 +1,3 @@
-#include "Widget/Macronutrients/MacronutrientsWidgetValueViewModel.hpp"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,6 +9,7 @@
 #include "Platform/locale/Locale.hpp"
 #include "Platform/locale/StringCatalog.hpp"
 #include "QRVUnitSystem/UnitSystemLoader.hpp"
+#include "Widget/Macronutrients/MacronutrientsWidgetValueViewModel.hpp"
 #include "Widget/Shared/WidgetsLocalizedStringProvider.hpp"
 
 using namespace qrv;
@@ -19,11 +18,11 @@ using namespace qrv::widget;
 namespace {
 
 class MacronutrientsWidgetValueViewModelTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         units::reloadUnitSystem(std::string(QRV_BIN_DIR));
-        useTable(platform::StringCatalog::load(std::filesystem::path(QRV_TEST_DATA) / ".." / "Widget" / "Resources" /
-                                               platform::StringCatalog::kDefaultTableFile));
+        useTable(platform::StringCatalog::load(std::filesystem::path(QRV_TEST_DATA) / ".." / "Widget" /
+                                               "Resources" / platform::StringCatalog::kDefaultTableFile));
     }
     void TearDown() override {
         platform::StringCatalog::setMain(nullptr);
@@ -32,8 +31,9 @@ protected:
     static void useTable(platform::StringCatalog table) {
         platform::StringCatalog::setMain(std::make_shared<const platform::StringCatalog>(std::move(table)));
     }
-    static MacronutrientsWidgetValueViewModel model(double value, double maxValue, std::string title = "Carbs",
-                                                    MacronutrientsDataValueType type = MacronutrientsDataValueType::carbs) {
+    static MacronutrientsWidgetValueViewModel model(
+        double value, double maxValue, std::string title = "Carbs",
+        MacronutrientsDataValueType type = MacronutrientsDataValueType::carbs) {
         return {.data = {.title = std::move(title), .maxValue = maxValue, .value = value, .type = type},
                 .localizedProvider = WidgetsLocalizedStringProvider::shared()};
     }
@@ -51,8 +51,8 @@ TEST_F(MacronutrientsWidgetValueViewModelTest, ReadsLeftOrOverInWholeGrams) {
     const Case cases[] = {
         {80, 80, "0 g left", "/80g", "80"},  // equal is left
         {95.4, 80, "15 g over", "/80g", "95"},
-        {64.5, 80, "16 g left", "/80g", "64"},        // the library rounds 15.5 up; the value ties to even
-        {0, 150.7, "151 g left", "/150g", "0"},       // the goal truncates, the difference rounds
+        {64.5, 80, "16 g left", "/80g", "64"},   // the library rounds 15.5 up; the value ties to even
+        {0, 150.7, "151 g left", "/150g", "0"},  // the goal truncates, the difference rounds
         {95.5, 100, "5 g left", "/100g", "96"},
         {96.5, 100, "4 g left", "/100g", "96"},
         {3000, 1000, "2,000 g over", "/1000g", "3000"},  // %d is grouped, the number formatter is not
@@ -72,10 +72,8 @@ TEST_F(MacronutrientsWidgetValueViewModelTest, ReadsInEveryLanguageOfTheTable) {
         const char *locale, *left, *over;
     };
     const Case cases[] = {
-        {"en_US", "15 g left", "15 g over"},
-        {"de_DE", "Noch 15 g übrig", "15 g zu viel"},
-        {"es_ES", "Te quedan 15 g", "15 g de más"},
-        {"fr_FR", "15 g restants", "15 g en trop"},
+        {"en_US", "15 g left", "15 g over"},        {"de_DE", "Noch 15 g übrig", "15 g zu viel"},
+        {"es_ES", "Te quedan 15 g", "15 g de más"}, {"fr_FR", "15 g restants", "15 g en trop"},
         {"sv_SE", "15 g left", "15 g over"},  // no Swedish texts: the source language's
     };
     for (const auto& c : cases) {

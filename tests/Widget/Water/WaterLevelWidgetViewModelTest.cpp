@@ -1,10 +1,10 @@
-#include "Widget/Water/WaterLevelWidgetViewModel.hpp"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 #include <vector>
+
+#include "Widget/Water/WaterLevelWidgetViewModel.hpp"
 
 using namespace qrv::widget;
 
@@ -35,7 +35,7 @@ TEST(WaterLevelWidgetViewModelTest, BuildsSevenMarksFromTheTopOfTheScale) {
     };
     const Case cases[] = {
         {WaterWidgetUnit::oz, 0, {56, 48, 40, 32, 24, 16, 8}},
-        {WaterWidgetUnit::oz, 56, {56, 48, 40, 32, 24, 16, 8}},  // exactly seven steps: the top stays
+        {WaterWidgetUnit::oz, 56, {56, 48, 40, 32, 24, 16, 8}},   // exactly seven steps: the top stays
         {WaterWidgetUnit::oz, 60, {64, 56, 48, 40, 32, 24, 16}},  // rounded up to the next step
         {WaterWidgetUnit::oz, 64, {64, 56, 48, 40, 32, 24, 16}},
         {WaterWidgetUnit::ml, 600, {1750, 1500, 1250, 1000, 750, 500, 250}},
@@ -52,7 +52,8 @@ TEST(WaterLevelWidgetViewModelTest, BuildsSevenMarksFromTheTopOfTheScale) {
         EXPECT_EQ(model.maximumValue(), c.rows.front());
         EXPECT_EQ(rowValues(model), c.rows) << rawValue(c.unit) << " " << c.amount;
         for (std::size_t i = 0; i < model.rows().size(); ++i) {
-            EXPECT_EQ(model.rows()[i].type, i % 2 == 0 ? WaterLevelRowType::large : WaterLevelRowType::short_);
+            EXPECT_EQ(model.rows()[i].type,
+                      i % 2 == 0 ? WaterLevelRowType::large : WaterLevelRowType::short_);
             EXPECT_EQ(model.rows()[i].yPosition, 0);
         }
     }
@@ -67,14 +68,14 @@ TEST(WaterLevelWidgetViewModelTest, PutsTheSurfaceOnOrBetweenTheMarks) {
     const Case cases[] = {
         {WaterWidgetUnit::oz, 0, 0},
         {WaterWidgetUnit::oz, -5, 0},
-        {WaterWidgetUnit::oz, 8, 20},     // on the lowest mark
-        {WaterWidgetUnit::oz, 4, 10},     // halfway between the bottom and the mark for 8
+        {WaterWidgetUnit::oz, 8, 20},  // on the lowest mark
+        {WaterWidgetUnit::oz, 4, 10},  // halfway between the bottom and the mark for 8
         {WaterWidgetUnit::oz, 2, 5},
-        {WaterWidgetUnit::oz, 12, 30},    // halfway between 8 and 16
-        {WaterWidgetUnit::oz, 56, 140},   // the top mark at the rim
-        {WaterWidgetUnit::oz, 60, 130},   // scale 64..16: halfway between 56 and 64
-        {WaterWidgetUnit::ml, 600, 48},   // 500 at y 100, 750 at y 80: 100 - 20 * 100 / 250
-        {WaterWidgetUnit::ml, 1800, 124}, // scale 2000..500: 1750 at y 20, 2000 at y 0
+        {WaterWidgetUnit::oz, 12, 30},     // halfway between 8 and 16
+        {WaterWidgetUnit::oz, 56, 140},    // the top mark at the rim
+        {WaterWidgetUnit::oz, 60, 130},    // scale 64..16: halfway between 56 and 64
+        {WaterWidgetUnit::ml, 600, 48},    // 500 at y 100, 750 at y 80: 100 - 20 * 100 / 250
+        {WaterWidgetUnit::ml, 1800, 124},  // scale 2000..500: 1750 at y 20, 2000 at y 0
         {WaterWidgetUnit::cups, std::numeric_limits<float>::quiet_NaN(), 0},
     };
     for (const auto& c : cases) {

@@ -1,5 +1,3 @@
-#include "Widget/Water/WaterWidgetViewModel.hpp"
-
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -8,6 +6,7 @@
 #include "Platform/locale/Locale.hpp"
 #include "Platform/locale/StringCatalog.hpp"
 #include "QRVUnitSystem/UnitSystemLoader.hpp"
+#include "Widget/Water/WaterWidgetViewModel.hpp"
 
 using namespace qrv;
 using namespace qrv::widget;
@@ -15,7 +14,7 @@ using namespace qrv::widget;
 namespace {
 
 class WaterWidgetViewModelTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         platform::StringCatalog::setMain(std::make_shared<const platform::StringCatalog>());
         units::reloadUnitSystem("/nonexistent");
