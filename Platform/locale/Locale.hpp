@@ -10,7 +10,7 @@
 namespace qrv::platform {
 
 class Locale {
-public:
+  public:
     // The locale used when the environment names none.
     static constexpr const char* kFallbackIdentifier = "en";
     // What "C" and "POSIX" stand for: English texts, numbers without grouping.
@@ -36,20 +36,20 @@ public:
 
     friend bool operator==(const Locale&, const Locale&) = default;
 
-private:
+  private:
     std::string identifier_;
 };
 
 // Sets an override for the lifetime of the object and restores the previous
 // state afterwards (tests, and commands that render in a given locale).
 class ScopedLocaleOverride {
-public:
+  public:
     explicit ScopedLocaleOverride(std::optional<Locale> locale);
     ~ScopedLocaleOverride();
     ScopedLocaleOverride(const ScopedLocaleOverride&) = delete;
     ScopedLocaleOverride& operator=(const ScopedLocaleOverride&) = delete;
 
-private:
+  private:
     std::optional<Locale> previous_;
 };
 

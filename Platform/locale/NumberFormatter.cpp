@@ -93,7 +93,8 @@ std::string formatInteger(std::int64_t value, const Locale& locale) {
 }
 
 std::string formatUnsignedInteger(std::uint64_t value, const Locale& locale) {
-    if (value <= static_cast<std::uint64_t>(INT64_MAX)) return formatInteger(static_cast<std::int64_t>(value), locale);
+    if (value <= static_cast<std::uint64_t>(INT64_MAX))
+        return formatInteger(static_cast<std::int64_t>(value), locale);
     const std::string digits = std::to_string(value);
     return formatDecimalText(digits, locale).value_or(digits);
 }

@@ -24,7 +24,7 @@ std::string decimalSeparator(const Locale& locale = Locale::current());
 // negatives (also for a negative value that rounds to zero: -0.4 -> "-0"),
 // "NaN" and "+∞" / "-∞" for the non-finite values.
 class NumberFormatter {
-public:
+  public:
     explicit NumberFormatter(Locale locale = Locale::current()) : locale_(std::move(locale)) {}
 
     // Nothing when the formatting library cannot produce a text.
@@ -32,7 +32,7 @@ public:
 
     const Locale& locale() const { return locale_; }
 
-private:
+  private:
     Locale locale_;
 };
 

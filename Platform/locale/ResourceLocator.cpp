@@ -24,7 +24,8 @@ std::optional<std::filesystem::path> programResourceDirectory() {
 
 std::optional<std::filesystem::path> directoryOfImageContaining(const void* address) {
     Dl_info info{};
-    if (dladdr(address, &info) == 0 || info.dli_fname == nullptr || *info.dli_fname == '\0') return std::nullopt;
+    if (dladdr(address, &info) == 0 || info.dli_fname == nullptr || *info.dli_fname == '\0')
+        return std::nullopt;
     std::error_code error;
     auto path = std::filesystem::canonical(info.dli_fname, error);
     if (error) path = std::filesystem::absolute(info.dli_fname, error);

@@ -16,7 +16,9 @@ namespace {
 std::mutex mainMutex;
 std::shared_ptr<const StringCatalog> mainOverride;  // guarded by mainMutex
 
-[[noreturn]] void fail(const std::string& reason) { throw std::runtime_error("invalid string catalog: " + reason); }
+[[noreturn]] void fail(const std::string& reason) {
+    throw std::runtime_error("invalid string catalog: " + reason);
+}
 
 std::shared_ptr<const StringCatalog> loadFromSearchPath() {
     for (const auto& dir : programResourceSearchPath()) {

@@ -18,7 +18,7 @@
 namespace qrv::platform {
 
 class StringCatalog {
-public:
+  public:
     // The file name of a program's default table.
     static constexpr const char* kDefaultTableFile = "Localizable.xcstrings";
 
@@ -52,7 +52,7 @@ public:
     // nullptr goes back to the file found on the search path.
     static void setMain(std::shared_ptr<const StringCatalog> catalog);
 
-private:
+  private:
     std::string sourceLanguage_ = "en";
     // key -> language -> value
     std::map<std::string, std::map<std::string, std::string>, std::less<>> strings_;

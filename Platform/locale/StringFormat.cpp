@@ -72,20 +72,28 @@ std::string printfConversion(const Spec& spec, const char* lengthModifier, auto 
 // Narrows the argument as a C vararg of the modifier's width would be read.
 std::int64_t narrowSigned(std::int64_t value, Length length) {
     switch (length) {
-        case Length::none: return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
-        case Length::h: return static_cast<std::int16_t>(static_cast<std::uint16_t>(value));
-        case Length::hh: return static_cast<std::int8_t>(static_cast<std::uint8_t>(value));
-        default: return value;
+        case Length::none:
+            return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
+        case Length::h:
+            return static_cast<std::int16_t>(static_cast<std::uint16_t>(value));
+        case Length::hh:
+            return static_cast<std::int8_t>(static_cast<std::uint8_t>(value));
+        default:
+            return value;
     }
 }
 
 std::uint64_t narrowUnsigned(std::int64_t value, Length length) {
     const auto bits = static_cast<std::uint64_t>(value);
     switch (length) {
-        case Length::none: return static_cast<std::uint32_t>(bits);
-        case Length::h: return static_cast<std::uint16_t>(bits);
-        case Length::hh: return static_cast<std::uint8_t>(bits);
-        default: return bits;
+        case Length::none:
+            return static_cast<std::uint32_t>(bits);
+        case Length::h:
+            return static_cast<std::uint16_t>(bits);
+        case Length::hh:
+            return static_cast<std::uint8_t>(bits);
+        default:
+            return bits;
     }
 }
 
@@ -131,10 +139,24 @@ std::optional<std::size_t> parseSpec(std::string_view format, std::size_t i, Spe
         i += 2;
     } else if (i < format.size()) {
         switch (format[i]) {
-            case 'h': spec.length = Length::h; ++i; break;
-            case 'l': spec.length = Length::l; ++i; break;
-            case 'q': case 'z': case 't': case 'j': case 'L': spec.length = Length::other64; ++i; break;
-            default: break;
+            case 'h':
+                spec.length = Length::h;
+                ++i;
+                break;
+            case 'l':
+                spec.length = Length::l;
+                ++i;
+                break;
+            case 'q':
+            case 'z':
+            case 't':
+            case 'j':
+            case 'L':
+                spec.length = Length::other64;
+                ++i;
+                break;
+            default:
+                break;
         }
     }
     if (i >= format.size()) return std::nullopt;
@@ -172,7 +194,8 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
         i = *end;
 
         if (spec.widthFromArgument) {
-            const auto width = nextArgument < arguments.size() ? asInteger(arguments[nextArgument]) : std::nullopt;
+            const auto width =
+                nextArgument < arguments.size() ? asInteger(arguments[nextArgument]) : std::nullopt;
             ++nextArgument;
             if (!width) {
                 out.append(literal);
@@ -189,7 +212,9 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
         const FormatArgument& argument = arguments[index];
 
         switch (spec.conversion) {
-            case 'd': case 'i': case 'D': {
+            case 'd':
+            case 'i':
+            case 'D': {
                 const auto value = asInteger(argument);
                 if (!value) {
                     out.append(literal);
@@ -198,12 +223,15 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
                 const auto length = spec.conversion == 'D' ? Length::l : spec.length;
                 const std::int64_t narrowed = narrowSigned(*value, length);
                 std::string text = formatInteger(narrowed, locale);
-                if (narrowed >= 0 && hasFlag(spec, '+')) text.insert(0, "+");
-                else if (narrowed >= 0 && hasFlag(spec, ' ')) text.insert(0, " ");
+                if (narrowed >= 0 && hasFlag(spec, '+'))
+                    text.insert(0, "+");
+                else if (narrowed >= 0 && hasFlag(spec, ' '))
+                    text.insert(0, " ");
                 out += pad(std::move(text), spec);
                 break;
             }
-            case 'u': case 'U': {
+            case 'u':
+            case 'U': {
                 const auto value = asInteger(argument);
                 if (!value) {
                     out.append(literal);
@@ -213,7 +241,9 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
                 out += pad(formatUnsignedInteger(narrowUnsigned(*value, length), locale), spec);
                 break;
             }
-            case 'x': case 'X': case 'o': {
+            case 'x':
+            case 'X':
+            case 'o': {
                 const auto value = asInteger(argument);
                 if (!value) {
                     out.append(literal);
@@ -223,7 +253,12 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
                 out += printfConversion(spec, "ll", static_cast<unsigned long long>(bits));
                 break;
             }
-            case 'f': case 'F': case 'e': case 'E': case 'g': case 'G': {
+            case 'f':
+            case 'F':
+            case 'e':
+            case 'E':
+            case 'g':
+            case 'G': {
                 const auto value = asDouble(argument);
                 if (!value) {
                     out.append(literal);
@@ -237,7 +272,9 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
                 out += text;
                 break;
             }
-            case '@': case 's': case 'S': {
+            case '@':
+            case 's':
+            case 'S': {
                 std::string text = asText(argument);
                 out += pad(std::move(text), spec);
                 break;

@@ -18,12 +18,11 @@
 namespace qrv::platform {
 
 class FormatArgument {
-public:
+  public:
     using Value = std::variant<std::int64_t, double, std::string>;
 
     template <std::integral T>
-        requires(!std::same_as<T, bool>)
-    FormatArgument(T value) : value_(static_cast<std::int64_t>(value)) {}
+    requires(!std::same_as<T, bool>) FormatArgument(T value) : value_(static_cast<std::int64_t>(value)) {}
     FormatArgument(double value) : value_(value) {}
     FormatArgument(std::string value) : value_(std::move(value)) {}
     FormatArgument(std::string_view value) : value_(std::string(value)) {}
@@ -31,7 +30,7 @@ public:
 
     const Value& value() const { return value_; }
 
-private:
+  private:
     Value value_;
 };
 
@@ -42,7 +41,8 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
                                       std::span<const FormatArgument> arguments);
 
 // Formats with the current locale.
-inline std::string localizedStringWithFormat(std::string_view format, std::initializer_list<FormatArgument> arguments) {
+inline std::string localizedStringWithFormat(std::string_view format,
+                                             std::initializer_list<FormatArgument> arguments) {
     return localizedStringWithFormat(Locale::current(), format,
                                      std::span<const FormatArgument>(arguments.begin(), arguments.size()));
 }

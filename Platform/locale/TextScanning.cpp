@@ -28,7 +28,8 @@ char32_t decodeAt(std::string_view text, std::size_t& offset) {
 // exactly on offset; otherwise the last byte stands alone (malformed).
 std::size_t previousStart(std::string_view text, std::size_t offset) {
     std::size_t start = offset - 1;
-    for (int steps = 0; steps < 3 && start > 0 && (static_cast<unsigned char>(text[start]) & 0xC0) == 0x80; ++steps) {
+    for (int steps = 0; steps < 3 && start > 0 && (static_cast<unsigned char>(text[start]) & 0xC0) == 0x80;
+         ++steps) {
         --start;
     }
     std::size_t probe = start;
@@ -112,8 +113,8 @@ std::optional<HexScan> scanHexInt64(std::string_view utf8) {
         if (!isWhitespaceOrNewline(decodeAt(utf8, next))) break;
         offset = next;
     }
-    if (offset + 2 < utf8.size() && utf8[offset] == '0' && (utf8[offset + 1] == 'x' || utf8[offset + 1] == 'X') &&
-        hexDigitValue(utf8[offset + 2]) >= 0) {
+    if (offset + 2 < utf8.size() && utf8[offset] == '0' &&
+        (utf8[offset + 1] == 'x' || utf8[offset + 1] == 'X') && hexDigitValue(utf8[offset + 2]) >= 0) {
         offset += 2;
     }
     constexpr std::uint64_t kLimit = UINT64_MAX >> 4;

@@ -19,6 +19,8 @@ platform::Rgba rgbaWithHexString(std::string_view hexString);
 
 // The same colour in both schemes.
 platform::Color colorWithHexString(std::string_view hexString);
-inline platform::Color colorFromHexString(std::string_view hexString) { return colorWithHexString(hexString); }
+inline platform::Color colorFromHexString(std::string_view hexString) {
+    return colorWithHexString(hexString);
+}
 
 }  // namespace qrv::catalog

@@ -13,90 +13,90 @@
 
 // Asset-backed tokens in declaration order (the asset name is the token name).
 #define QRV_COLOR_ASSET_TOKENS_BEFORE_EXERCISE(X) \
-    X(brandPrimary) \
-    X(brandPrimaryTxt) \
-    X(brandPrimaryBG) \
-    X(brandSecondary) \
-    X(brandSecondaryTxt) \
-    X(brandSecondaryBG) \
-    X(brandTertiary) \
-    X(brandTertiaryTxt) \
-    X(brandTertiaryBG) \
-    X(brandQuaternary) \
-    X(brandQuaternaryBG) \
-    X(brandPremium) \
-    X(carbBG) \
-    X(carb) \
-    X(carbTxt) \
+    X(brandPrimary)                               \
+    X(brandPrimaryTxt)                            \
+    X(brandPrimaryBG)                             \
+    X(brandSecondary)                             \
+    X(brandSecondaryTxt)                          \
+    X(brandSecondaryBG)                           \
+    X(brandTertiary)                              \
+    X(brandTertiaryTxt)                           \
+    X(brandTertiaryBG)                            \
+    X(brandQuaternary)                            \
+    X(brandQuaternaryBG)                          \
+    X(brandPremium)                               \
+    X(carbBG)                                     \
+    X(carb)                                       \
+    X(carbTxt)                                    \
     X(cardShadow)
 
 #define QRV_COLOR_ASSET_TOKENS_AFTER_EXERCISE(X) \
-    X(fatBG) \
-    X(fat) \
-    X(fatTxt) \
-    X(proteinBG) \
-    X(protein) \
-    X(proteinTxt) \
-    X(neutralsPrimary) \
-    X(neutralsPrimaryTxt) \
-    X(neutralsSecondary) \
-    X(neutralsTertiary) \
-    X(neutralsQuaternary) \
-    X(neutralsQuinary) \
-    X(neutralsMidground1) \
-    X(neutralsMidground2) \
-    X(neutralsBackground) \
-    X(neutralsInverse) \
-    X(neutralsWhite) \
-    X(neutralsBlack) \
-    X(positiveBG) \
-    X(positive) \
-    X(positiveTxt) \
-    X(warningBG) \
-    X(warning) \
-    X(warningTxt) \
-    X(negativeBG) \
-    X(negative) \
-    X(negativeTxt) \
-    X(range1) \
-    X(range2) \
-    X(range3) \
-    X(range4) \
-    X(range5) \
-    X(range6) \
-    X(range7) \
-    X(range8) \
-    X(range9) \
-    X(range10) \
-    X(facebook) \
+    X(fatBG)                                     \
+    X(fat)                                       \
+    X(fatTxt)                                    \
+    X(proteinBG)                                 \
+    X(protein)                                   \
+    X(proteinTxt)                                \
+    X(neutralsPrimary)                           \
+    X(neutralsPrimaryTxt)                        \
+    X(neutralsSecondary)                         \
+    X(neutralsTertiary)                          \
+    X(neutralsQuaternary)                        \
+    X(neutralsQuinary)                           \
+    X(neutralsMidground1)                        \
+    X(neutralsMidground2)                        \
+    X(neutralsBackground)                        \
+    X(neutralsInverse)                           \
+    X(neutralsWhite)                             \
+    X(neutralsBlack)                             \
+    X(positiveBG)                                \
+    X(positive)                                  \
+    X(positiveTxt)                               \
+    X(warningBG)                                 \
+    X(warning)                                   \
+    X(warningTxt)                                \
+    X(negativeBG)                                \
+    X(negative)                                  \
+    X(negativeTxt)                               \
+    X(range1)                                    \
+    X(range2)                                    \
+    X(range3)                                    \
+    X(range4)                                    \
+    X(range5)                                    \
+    X(range6)                                    \
+    X(range7)                                    \
+    X(range8)                                    \
+    X(range9)                                    \
+    X(range10)                                   \
+    X(facebook)                                  \
     X(shadow)
 
 #define QRV_COLOR_ASSET_TOKENS_AFTER_GRAPH(X) \
-    X(componentsTooltip) \
-    X(componentsModal) \
-    X(userVerifiedBG) \
-    X(userVerifiedNonSelectedButton) \
-    X(userVerifiedNoTextNonSelected) \
-    X(userVerifiedNoTextSelected) \
-    X(userVerifiedSelectedButton) \
-    X(userVerifiedYesTextNonSelected) \
-    X(userVerifiedYesTextSelected) \
-    X(splashScreenBackground) \
-    X(progressStart) \
-    X(progressEnd) \
-    X(sleepStageAwake) \
-    X(sleepStageCore) \
-    X(sleepStageDeep) \
-    X(sleepStageREM) \
-    X(sleepTimestamp) \
-    X(sleepPhoneOuter) \
-    X(sleepPhoneInner) \
-    X(sleepHeaderBG) \
-    X(sleepExtendedBG) \
-    X(registrationGradient) \
+    X(componentsTooltip)                      \
+    X(componentsModal)                        \
+    X(userVerifiedBG)                         \
+    X(userVerifiedNonSelectedButton)          \
+    X(userVerifiedNoTextNonSelected)          \
+    X(userVerifiedNoTextSelected)             \
+    X(userVerifiedSelectedButton)             \
+    X(userVerifiedYesTextNonSelected)         \
+    X(userVerifiedYesTextSelected)            \
+    X(splashScreenBackground)                 \
+    X(progressStart)                          \
+    X(progressEnd)                            \
+    X(sleepStageAwake)                        \
+    X(sleepStageCore)                         \
+    X(sleepStageDeep)                         \
+    X(sleepStageREM)                          \
+    X(sleepTimestamp)                         \
+    X(sleepPhoneOuter)                        \
+    X(sleepPhoneInner)                        \
+    X(sleepHeaderBG)                          \
+    X(sleepExtendedBG)                        \
+    X(registrationGradient)                   \
     X(reusableCardShadow)
 
-#define QRV_COLOR_ASSET_TOKENS(X)            \
+#define QRV_COLOR_ASSET_TOKENS(X)             \
     QRV_COLOR_ASSET_TOKENS_BEFORE_EXERCISE(X) \
     QRV_COLOR_ASSET_TOKENS_AFTER_EXERCISE(X)  \
     QRV_COLOR_ASSET_TOKENS_AFTER_GRAPH(X)
@@ -104,7 +104,7 @@
 namespace qrv::catalog {
 
 class QRVColor {
-public:
+  public:
 #define QRV_DECLARE_COLOR_TOKEN(name) static const platform::Color& name();
     QRV_COLOR_ASSET_TOKENS_BEFORE_EXERCISE(QRV_DECLARE_COLOR_TOKEN)
     // Not an asset: the hex colour "#FA9B31".

@@ -87,7 +87,8 @@ std::vector<std::filesystem::path> resourceBundleCandidates() {
     return candidates;
 }
 
-std::optional<std::filesystem::path> findResourceBundle(const std::vector<std::filesystem::path>& candidates) {
+std::optional<std::filesystem::path> findResourceBundle(
+    const std::vector<std::filesystem::path>& candidates) {
     for (const auto& dir : candidates) {
         const auto bundle = dir / kResourceBundleDirectory;
         std::error_code error;
@@ -111,8 +112,8 @@ const ColorAssetTable& bundleColorAssets() {
         try {
             return ColorAssetTable::load(file);
         } catch (const std::exception& e) {
-            fatalError(std::string("unable to load the colour assets of bundle ") + std::string(kResourceBundleName) +
-                       ": " + e.what());
+            fatalError(std::string("unable to load the colour assets of bundle ") +
+                       std::string(kResourceBundleName) + ": " + e.what());
         }
     }();
     return table;

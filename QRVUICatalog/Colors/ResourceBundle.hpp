@@ -22,7 +22,7 @@ inline constexpr std::string_view kColorAssetsFile = "Colors.json";
 // Values are "#RRGGBB" or "#RRGGBBAA"; "dark" may be left out when both
 // schemes share the colour.
 class ColorAssetTable {
-public:
+  public:
     // Throws std::runtime_error naming the offending entry.
     static ColorAssetTable parse(std::string_view json);
     static ColorAssetTable load(const std::filesystem::path& file);
@@ -30,7 +30,7 @@ public:
     std::optional<platform::Color> color(std::string_view assetName) const;
     std::size_t size() const { return colors_.size(); }
 
-private:
+  private:
     std::map<std::string, platform::Color, std::less<>> colors_;
 };
 

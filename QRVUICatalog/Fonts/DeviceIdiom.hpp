@@ -10,13 +10,15 @@ void setCurrentDeviceIdiom(DeviceIdiom idiom);
 
 // Sets the idiom for the lifetime of the object, then restores the previous one.
 class ScopedDeviceIdiom {
-public:
-    explicit ScopedDeviceIdiom(DeviceIdiom idiom) : previous_(currentDeviceIdiom()) { setCurrentDeviceIdiom(idiom); }
+  public:
+    explicit ScopedDeviceIdiom(DeviceIdiom idiom) : previous_(currentDeviceIdiom()) {
+        setCurrentDeviceIdiom(idiom);
+    }
     ~ScopedDeviceIdiom() { setCurrentDeviceIdiom(previous_); }
     ScopedDeviceIdiom(const ScopedDeviceIdiom&) = delete;
     ScopedDeviceIdiom& operator=(const ScopedDeviceIdiom&) = delete;
 
-private:
+  private:
     DeviceIdiom previous_;
 };
 

@@ -18,12 +18,14 @@ struct Style {
 
 // By raw value.
 constexpr std::array<Style, 26> kStyles{{
-    {14, FontWeight::medium},   {12, FontWeight::medium},   {12, FontWeight::regular}, {72, FontWeight::bold},
-    {48, FontWeight::bold},     {34, FontWeight::bold},     {28, FontWeight::bold},    {24, FontWeight::bold},
-    {20, FontWeight::bold},     {18, FontWeight::semibold}, {16, FontWeight::medium},  {14, FontWeight::bold},
-    {14, FontWeight::medium},   {12, FontWeight::medium},   {16, FontWeight::regular}, {16, FontWeight::bold},
-    {14, FontWeight::regular},  {14, FontWeight::bold},     {12, FontWeight::regular}, {12, FontWeight::bold},
-    {16, FontWeight::regular},  {16, FontWeight::bold},     {14, FontWeight::bold},    {14, FontWeight::medium},
+    {14, FontWeight::medium},   {12, FontWeight::medium},  {12, FontWeight::regular},
+    {72, FontWeight::bold},     {48, FontWeight::bold},    {34, FontWeight::bold},
+    {28, FontWeight::bold},     {24, FontWeight::bold},    {20, FontWeight::bold},
+    {18, FontWeight::semibold}, {16, FontWeight::medium},  {14, FontWeight::bold},
+    {14, FontWeight::medium},   {12, FontWeight::medium},  {16, FontWeight::regular},
+    {16, FontWeight::bold},     {14, FontWeight::regular}, {14, FontWeight::bold},
+    {12, FontWeight::regular},  {12, FontWeight::bold},    {16, FontWeight::regular},
+    {16, FontWeight::bold},     {14, FontWeight::bold},    {14, FontWeight::medium},
     {10, FontWeight::regular},  {10, FontWeight::bold},
 }};
 

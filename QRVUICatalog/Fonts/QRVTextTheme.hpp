@@ -21,8 +21,9 @@ struct TextStyle {
 };
 
 class QRVTextTheme {
-public:
-    explicit QRVTextTheme(QRVLabelTheme labelTheme, std::optional<platform::Color> foregroundColor = std::nullopt);
+  public:
+    explicit QRVTextTheme(QRVLabelTheme labelTheme,
+                          std::optional<platform::Color> foregroundColor = std::nullopt);
     explicit QRVTextTheme(const TextTheme& textTheme);
 
     const platform::Font& font() const { return style_.font; }
@@ -32,7 +33,7 @@ public:
     // The content with the theme's font and foreground colour.
     [[nodiscard]] platform::View apply(const platform::View& content) const;
 
-private:
+  private:
     TextStyle style_;
 };
 

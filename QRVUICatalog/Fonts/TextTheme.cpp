@@ -14,16 +14,25 @@ std::optional<TextWeight> textWeightFromRawValue(int rawValue) {
 platform::FontWeight platformWeight(TextWeight weight) {
     using platform::FontWeight;
     switch (weight) {
-        case TextWeight::_100: return FontWeight::ultraLight;
-        case TextWeight::_200: return FontWeight::thin;
-        case TextWeight::_300: return FontWeight::light;
-        case TextWeight::_400: return FontWeight::regular;
-        case TextWeight::_500: return FontWeight::medium;
-        case TextWeight::_600: return FontWeight::semibold;
-        case TextWeight::_700: return FontWeight::bold;
-        case TextWeight::_800: return FontWeight::heavy;
+        case TextWeight::_100:
+            return FontWeight::ultraLight;
+        case TextWeight::_200:
+            return FontWeight::thin;
+        case TextWeight::_300:
+            return FontWeight::light;
+        case TextWeight::_400:
+            return FontWeight::regular;
+        case TextWeight::_500:
+            return FontWeight::medium;
+        case TextWeight::_600:
+            return FontWeight::semibold;
+        case TextWeight::_700:
+            return FontWeight::bold;
+        case TextWeight::_800:
+            return FontWeight::heavy;
         case TextWeight::_900:
-        case TextWeight::_950: return FontWeight::black;
+        case TextWeight::_950:
+            return FontWeight::black;
     }
     fatalError("unexpected TextWeight raw value " + std::to_string(static_cast<int>(weight)));
 }

@@ -18,7 +18,7 @@ std::optional<TextWeight> textWeightFromRawValue(int rawValue);
 platform::FontWeight platformWeight(TextWeight weight);
 
 class TextTheme {
-public:
+  public:
     static TextTheme custom(double size, TextWeight weight, platform::Color color) {
         return TextTheme(size, weight, std::move(color));
     }
@@ -30,7 +30,7 @@ public:
 
     friend bool operator==(const TextTheme&, const TextTheme&) = default;
 
-private:
+  private:
     TextTheme(double size, TextWeight weight, platform::Color color)
         : size_(size), weight_(weight), color_(std::move(color)) {}
 

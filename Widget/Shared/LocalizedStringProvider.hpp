@@ -13,7 +13,7 @@
 namespace qrv::widget {
 
 class LocalizedStringProvider {
-public:
+  public:
     virtual ~LocalizedStringProvider() = default;
     // The localized text for a key; the comment is for translators only.
     virtual std::string localizedString(std::string_view key, std::string_view comment) const = 0;
@@ -29,6 +29,7 @@ std::string localizedString(std::string_view key, std::string_view comment = {})
 // The second step of a formatted text: the looked-up format with the current
 // locale's number formatting (%d of 1234 is "1,234" in English, "1.234" in
 // German). A format without placeholders comes back unchanged.
-std::string localizedStringWithFormat(std::string_view format, std::initializer_list<platform::FormatArgument> arguments);
+std::string localizedStringWithFormat(std::string_view format,
+                                      std::initializer_list<platform::FormatArgument> arguments);
 
 }  // namespace qrv::widget

@@ -15,12 +15,12 @@ struct MacronutrientColors {
 };
 
 class WidgetColorHelpers {
-public:
+  public:
     // By the nutrient type's raw value: 0 carbs, 1 fat, anything else protein.
     static MacronutrientColors macronutrientColors(int typeRawValue);
 
     template <class Type>
-        requires std::is_enum_v<Type>
+    requires std::is_enum_v<Type>
     static MacronutrientColors macronutrientColors(Type type) {
         return macronutrientColors(static_cast<int>(type));
     }

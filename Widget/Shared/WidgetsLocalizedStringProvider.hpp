@@ -6,7 +6,7 @@
 namespace qrv::widget {
 
 class WidgetsLocalizedStringProvider final : public LocalizedStringProvider {
-public:
+  public:
     std::string localizedString(std::string_view key, std::string_view comment) const override;
 
     // One instance for every view model.

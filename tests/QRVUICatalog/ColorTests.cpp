@@ -39,15 +39,15 @@ TEST(HexColor, ParsesByLengthOfTrimmedText) {
         {"11223344", {0x11, 0x22, 0x33, 0x44}},  // alpha last, not first
         {"  #fa9b31\n", {250, 155, 49, 255}},    // blanks and hash around six digits
         {"(#102030)", {0x10, 0x20, 0x30, 255}},
-        {"#12345", {0, 0, 0, 255}},             // five digits: opaque black
+        {"#12345", {0, 0, 0, 255}},  // five digits: opaque black
         {"#1234567", {0, 0, 0, 255}},
         {"", {0, 0, 0, 255}},
         {"###", {0, 0, 0, 255}},
-        {"#FFFFFFFFF", {0, 0, 0, 255}},         // nine digits
-        {"12G456", {0, 0, 0x12, 255}},          // junk inside: only the prefix scanned
-        {"zzzzzz", {0, 0, 0, 255}},             // nothing scannable counts as 0
-        {"0x1234", {0, 0x12, 0x34, 255}},       // the scanner takes the 0x prefix; six characters
-        {"#FFé", {0, 255, 255, 255}},           // three characters; the scan stops at é and reads 0xFF
+        {"#FFFFFFFFF", {0, 0, 0, 255}},    // nine digits
+        {"12G456", {0, 0, 0x12, 255}},     // junk inside: only the prefix scanned
+        {"zzzzzz", {0, 0, 0, 255}},        // nothing scannable counts as 0
+        {"0x1234", {0, 0x12, 0x34, 255}},  // the scanner takes the 0x prefix; six characters
+        {"#FFé", {0, 255, 255, 255}},      // three characters; the scan stops at é and reads 0xFF
     };
     for (const auto& c : cases) {
         const Bytes got = bytesOf(rgbaWithHexString(c.text));
@@ -94,11 +94,13 @@ TEST(QRVColorDeathTest, MissingAssetStopsTheProgram) {
 TEST(ResourceBundle, FirstCandidateHoldingTheBundleWins) {
     const auto root = std::filesystem::temp_directory_path() / ("qrv-bundle-" + std::to_string(::getpid()));
     std::filesystem::remove_all(root);
-    for (const char* dir : {"a", "b/QRVUICatalog_QRVUICatalog.bundle", "c/QRVUICatalog_QRVUICatalog.bundle"}) {
+    for (const char* dir :
+         {"a", "b/QRVUICatalog_QRVUICatalog.bundle", "c/QRVUICatalog_QRVUICatalog.bundle"}) {
         std::filesystem::create_directories(root / dir);
     }
     std::ofstream(root / "a" / "QRVUICatalog_QRVUICatalog.bundle");  // a file is not a bundle
-    EXPECT_EQ(findResourceBundle({root / "a", root / "b", root / "c"}), root / "b/QRVUICatalog_QRVUICatalog.bundle");
+    EXPECT_EQ(findResourceBundle({root / "a", root / "b", root / "c"}),
+              root / "b/QRVUICatalog_QRVUICatalog.bundle");
     EXPECT_EQ(findResourceBundle({root / "c", root / "b"}), root / "c/QRVUICatalog_QRVUICatalog.bundle");
     EXPECT_EQ(findResourceBundle({root / "a"}), std::nullopt);
     EXPECT_EQ(findResourceBundle({}), std::nullopt);
@@ -112,9 +114,9 @@ TEST(ColorAssetTable, ReadsVariantsAndRejectsMalformedValues) {
     EXPECT_EQ(bytesOf(table.color("a")->dark).g, 255);
     EXPECT_EQ(table.color("b")->dark, table.color("b")->light);  // one value serves both schemes
     EXPECT_FALSE(table.color("c"));
-    for (const char* bad : {R"({"colors": {"a": {"light": "FF0000"}}})", R"({"colors": {"a": {"light": "#FF00"}}})",
-                            R"({"colors": {"a": {"light": "#GG0000"}}})", R"({"colors": {"a": {}}})", R"([1])",
-                            "{"}) {
+    for (const char* bad :
+         {R"({"colors": {"a": {"light": "FF0000"}}})", R"({"colors": {"a": {"light": "#FF00"}}})",
+          R"({"colors": {"a": {"light": "#GG0000"}}})", R"({"colors": {"a": {}}})", R"([1])", "{"}) {
         EXPECT_THROW(ColorAssetTable::parse(bad), std::runtime_error) << bad;
     }
 }
@@ -175,7 +177,8 @@ TEST(QRVColor, TextColoursReachAAContrastOnTheSurfacesTheyAreDrawnOn) {
     for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
         for (const auto& [text, surface, minimum] : pairs) {
             EXPECT_GE(contrast(text.resolved(scheme), surface.resolved(scheme)), minimum)
-                << text.name << " on " << surface.name << (scheme == ColorScheme::dark ? " (dark)" : " (light)");
+                << text.name << " on " << surface.name
+                << (scheme == ColorScheme::dark ? " (dark)" : " (light)");
         }
     }
     // Brand-coloured text is for light surfaces; the water widget writes white

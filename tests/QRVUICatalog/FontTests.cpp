@@ -21,11 +21,12 @@ using platform::FontWeight;
 TEST(QRVFont, SizesAndWeightsFollowTheTypeScale) {
     using W = FontWeight;
     const std::vector<std::pair<double, W>> table = {
-        {14, W::medium}, {12, W::medium},   {12, W::regular}, {72, W::bold},    {48, W::bold},    {34, W::bold},
-        {28, W::bold},   {24, W::bold},     {20, W::bold},    {18, W::semibold}, {16, W::medium}, {14, W::bold},
-        {14, W::medium}, {12, W::medium},   {16, W::regular}, {16, W::bold},    {14, W::regular}, {14, W::bold},
-        {12, W::regular}, {12, W::bold},    {16, W::regular}, {16, W::bold},    {14, W::bold},    {14, W::medium},
-        {10, W::regular}, {10, W::bold},
+        {14, W::medium},  {12, W::medium},  {12, W::regular}, {72, W::bold},    {48, W::bold},
+        {34, W::bold},    {28, W::bold},    {24, W::bold},    {20, W::bold},    {18, W::semibold},
+        {16, W::medium},  {14, W::bold},    {14, W::medium},  {12, W::medium},  {16, W::regular},
+        {16, W::bold},    {14, W::regular}, {14, W::bold},    {12, W::regular}, {12, W::bold},
+        {16, W::regular}, {16, W::bold},    {14, W::bold},    {14, W::medium},  {10, W::regular},
+        {10, W::bold},
     };
     ASSERT_EQ(kAllQRVFonts.size(), table.size());
     for (int raw = 0; raw < 26; ++raw) {
@@ -62,9 +63,10 @@ TEST(QRVFont, GrowsByTwoPointsOnlyOnThePadAndOnlyWhenAsked) {
 }
 
 TEST(QRVFont, LineHeightsAreRoomyForTextAndTighterForDisplaySizes) {
-    const std::map<double, double> expected = {{10, 14}, {12, 18}, {14, 20}, {16, 24}, {18, 26},
-                                               {20, 28}, {24, 30}, {28, 34}, {34, 42}, {48, 58}, {72, 88}};
-    for (const auto& [size, lineHeight] : expected) EXPECT_EQ(lineHeightForPointSize(size), lineHeight) << size;
+    const std::map<double, double> expected = {{10, 14}, {12, 18}, {14, 20}, {16, 24}, {18, 26}, {20, 28},
+                                               {24, 30}, {28, 34}, {34, 42}, {48, 58}, {72, 88}};
+    for (const auto& [size, lineHeight] : expected)
+        EXPECT_EQ(lineHeightForPointSize(size), lineHeight) << size;
 }
 
 TEST(QRVLabelTheme, StylesAndColoursFollowTheThemeTables) {
@@ -72,9 +74,10 @@ TEST(QRVLabelTheme, StylesAndColoursFollowTheThemeTables) {
     struct Range {
         int first, last, style;
     };
-    const Range styles[] = {{0, 0, 4},    {1, 2, 5},    {3, 5, 7},    {6, 7, 8},    {8, 11, 9},   {12, 13, 10},
-                            {14, 19, 12}, {20, 24, 14}, {25, 25, 16}, {26, 26, 11}, {27, 29, 16}, {30, 34, 10},
-                            {35, 40, 21}, {41, 45, 23}, {46, 53, 1},  {54, 59, 18}, {60, 62, 1}};
+    const Range styles[] = {{0, 0, 4},    {1, 2, 5},    {3, 5, 7},    {6, 7, 8},    {8, 11, 9},
+                            {12, 13, 10}, {14, 19, 12}, {20, 24, 14}, {25, 25, 16}, {26, 26, 11},
+                            {27, 29, 16}, {30, 34, 10}, {35, 40, 21}, {41, 45, 23}, {46, 53, 1},
+                            {54, 59, 18}, {60, 62, 1}};
     const std::map<std::string, std::vector<int>> colours = {
         {"neutralsPrimary", {0, 1, 2, 3, 4, 5, 6, 7, 8, 12, 14, 20, 25, 30, 35, 41, 46, 54, 60}},
         {"neutralsSecondary", {9, 18, 21, 22, 26, 27, 36, 42, 47, 55, 61}},
@@ -116,8 +119,8 @@ TEST(QRVLabelTheme, StylesAndColoursFollowTheThemeTables) {
 
 TEST(TextWeight, StepsMapToPlatformWeightsWithTheTopTwoEqual) {
     using W = FontWeight;
-    const W expected[] = {W::ultraLight, W::thin,  W::light, W::regular, W::medium,
-                          W::semibold,   W::bold,  W::heavy, W::black,   W::black};
+    const W expected[] = {W::ultraLight, W::thin, W::light, W::regular, W::medium,
+                          W::semibold,   W::bold, W::heavy, W::black,   W::black};
     for (int raw = 0; raw < 10; ++raw) {
         const auto weight = textWeightFromRawValue(raw);
         ASSERT_TRUE(weight) << raw;
@@ -141,7 +144,8 @@ TEST(QRVTextTheme, ExplicitColourReplacesTheThemeColour) {
     EXPECT_EQ(recoloured.font(), themed.font());
 
     const QRVTextTheme custom(TextTheme::custom(22, TextWeight::_600, QRVColor::carbTxt()));
-    EXPECT_EQ(custom.style(), (TextStyle{platform::Font::system(22, FontWeight::semibold), QRVColor::carbTxt(), 32}));
+    EXPECT_EQ(custom.style(),
+              (TextStyle{platform::Font::system(22, FontWeight::semibold), QRVColor::carbTxt(), 32}));
 }
 
 // The font and colour a text is finally drawn with.

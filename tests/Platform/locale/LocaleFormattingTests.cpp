@@ -16,7 +16,7 @@ namespace {
 
 // Sets or clears the locale variables for one test and restores them after.
 class LocaleEnvironment {
-public:
+  public:
     LocaleEnvironment(const char* lcAll, const char* lcMessages, const char* lang) {
         for (const char* name : kNames) {
             const char* value = std::getenv(name);
@@ -33,7 +33,7 @@ public:
         }
     }
 
-private:
+  private:
     static constexpr const char* kNames[] = {"LC_ALL", "LC_MESSAGES", "LANG"};
     static std::size_t index(const char* name) {
         for (std::size_t i = 0; i < 3; ++i) {
@@ -42,8 +42,10 @@ private:
         return 0;
     }
     static void set(const char* name, const char* value) {
-        if (value) ::setenv(name, value, 1);
-        else ::unsetenv(name);
+        if (value)
+            ::setenv(name, value, 1);
+        else
+            ::unsetenv(name);
     }
     std::optional<std::string> saved_[3];
 };
@@ -107,8 +109,8 @@ TEST(NumberFormatting, DefaultFormatterRoundsHalfToEvenWithoutGrouping) {
         const char* text;
     };
     const Case cases[] = {
-        {95.4, "95"},   {95.5, "96"},  {96.5, "96"},  {2.5, "2"},      {1234.0, "1234"},
-        {-95.5, "-96"}, {-0.4, "-0"},  {-0.5, "-0"},  {0.0, "0"},      {1e6, "1000000"},
+        {95.4, "95"},          {95.5, "96"},     {96.5, "96"},      {2.5, "2"}, {1234.0, "1234"},
+        {-95.5, "-96"},        {-0.4, "-0"},     {-0.5, "-0"},      {0.0, "0"}, {1e6, "1000000"},
         {std::nan(""), "NaN"}, {HUGE_VAL, "+∞"}, {-HUGE_VAL, "-∞"},
     };
     const NumberFormatter english(Locale("en_US"));
@@ -138,9 +140,9 @@ TEST(StringFormat, LocalizesIntegerConversionsOnly) {
         {"en_US", "%+d", {5}, "+5"},
         {"en_US", "%5d|%-5d|", {42, 42}, "   42|42   |"},
         {"en_US", "dashb.macros.gram.left", {15}, "dashb.macros.gram.left"},  // no placeholder: unchanged
-        {"en_US", "%d and %d", {1}, "1 and %d"},                              // missing argument stays visible
-        {"en_US", "%d", {"text"}, "%d"},                                      // wrong kind of argument
-        {"en_US", "%k %", {1}, "%k %"},                                       // unknown and incomplete
+        {"en_US", "%d and %d", {1}, "1 and %d"},  // missing argument stays visible
+        {"en_US", "%d", {"text"}, "%d"},          // wrong kind of argument
+        {"en_US", "%k %", {1}, "%k %"},           // unknown and incomplete
     };
     for (const auto& c : cases) {
         EXPECT_EQ(localizedStringWithFormat(Locale(c.locale), c.format, c.arguments), c.text) << c.format;
@@ -153,10 +155,20 @@ TEST(TextScanning, TrimsNonAlphanumericsFromBothEnds) {
         const char* trimmed;
     };
     const Case cases[] = {
-        {"#FA9B31 ", "FA9B31"}, {"  #fff\n", "fff"}, {"(42)", "42"},     {"x#y", "x#y"},
-        {"#_ab_#", "ab"},       {"###", ""},         {"", ""},           {"·é·", "é"},
+        {"#FA9B31 ", "FA9B31"},
+        {"  #fff\n", "fff"},
+        {"(42)", "42"},
+        {"x#y", "x#y"},
+        {"#_ab_#", "ab"},
+        {"###", ""},
+        {"", ""},
+        {"·é·", "é"},
         {"#e\u0301#", "e\u0301"},  // a combining mark is alphanumeric
-        {"²#", "²"},            {"🙂ab🙂", "ab"},     {"\xFF" "ab\xFE", "ab"},
+        {"²#", "²"},
+        {"🙂ab🙂", "ab"},
+        {"\xFF"
+         "ab\xFE",
+         "ab"},
     };
     for (const auto& c : cases) EXPECT_EQ(trimmingNonAlphanumerics(c.input), c.trimmed) << c.input;
     EXPECT_EQ(characterCount("e\u0301f"), 2u);

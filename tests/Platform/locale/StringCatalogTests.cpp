@@ -28,9 +28,9 @@ TEST(StringCatalog, LooksUpByTagThenLanguageThenSourceThenKey) {
         const char* text;
     };
     const Case cases[] = {
-        {"greeting", "de_DE", "Hallo"},      {"greeting", "pt_BR", "Oi"},         {"greeting", "pt_PT", "Olá"},
-        {"greeting", "ja_JP", "Hello"},      {"onlyEnglish", "de", "English"},    {"Water", "de", "Water"},
-        {"plural", "en", "plural"},          {"missing.key", "de", "missing.key"},
+        {"greeting", "de_DE", "Hallo"}, {"greeting", "pt_BR", "Oi"},          {"greeting", "pt_PT", "Olá"},
+        {"greeting", "ja_JP", "Hello"}, {"onlyEnglish", "de", "English"},     {"Water", "de", "Water"},
+        {"plural", "en", "plural"},     {"missing.key", "de", "missing.key"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(localizedString(catalog, c.key, Locale(c.locale)), c.text) << c.key << " " << c.locale;

@@ -43,8 +43,10 @@ std::string shippedTable() { return std::string(QRV_BIN_DIR) + "/Resources/Local
 
 // Replaces the program's table for one test.
 class ScopedTable {
-public:
-    explicit ScopedTable(StringCatalog catalog) { StringCatalog::setMain(std::make_shared<const StringCatalog>(std::move(catalog))); }
+  public:
+    explicit ScopedTable(StringCatalog catalog) {
+        StringCatalog::setMain(std::make_shared<const StringCatalog>(std::move(catalog)));
+    }
     ~ScopedTable() { StringCatalog::setMain(nullptr); }
 };
 
@@ -52,7 +54,8 @@ public:
 std::vector<std::string> conversions(const std::string& text) {
     static const std::regex conversion("%(?:[0-9]+\\$)?(?:ll|l|q)?[dDiuU@]|%%");
     std::vector<std::string> out;
-    for (std::sregex_iterator it(text.begin(), text.end(), conversion), end; it != end; ++it) out.push_back(it->str());
+    for (std::sregex_iterator it(text.begin(), text.end(), conversion), end; it != end; ++it)
+        out.push_back(it->str());
     return out;
 }
 
@@ -89,15 +92,18 @@ TEST(LocalizedStrings, LookupInEachLanguageOfTheShippedTable) {
         {"en_US", "Log in to view data.", "Water", "1,234 g left", "15 g over"},
         {"de_DE", "Melde dich an, um deine Daten zu sehen.", "Wasser", "Noch 1.234 g übrig", "15 g zu viel"},
         {"es_ES", "Inicia sesión para ver tus datos.", "Agua", "Te quedan 1.234 g", "15 g de más"},
-        {"ja_JP", "Log in to view data.", "Water", "1,234 g left", "15 g over"},  // no Japanese: the source text
+        {"ja_JP", "Log in to view data.", "Water", "1,234 g left",
+         "15 g over"},  // no Japanese: the source text
     };
     for (const auto& c : cases) {
         ScopedLocaleOverride locale(Locale(c.locale));
         EXPECT_EQ(localizedString("dashb.widget.login.long", "Log in to view data."), c.login) << c.locale;
         EXPECT_EQ(localizedString("Water"), c.water) << c.locale;
-        EXPECT_EQ(localizedStringWithFormat(localizedString("dashb.macros.gram.left", "%d g left"), {1234}), c.left)
+        EXPECT_EQ(localizedStringWithFormat(localizedString("dashb.macros.gram.left", "%d g left"), {1234}),
+                  c.left)
             << c.locale;
-        EXPECT_EQ(localizedStringWithFormat(localizedString("dashb.macros.gram.over", "%d g over"), {15}), c.over)
+        EXPECT_EQ(localizedStringWithFormat(localizedString("dashb.macros.gram.over", "%d g over"), {15}),
+                  c.over)
             << c.locale;
         EXPECT_EQ(localizedString("no.such.key"), "no.such.key");
     }
@@ -128,12 +134,15 @@ TEST(LocalizedStrings, GermanEnvironmentGivesGermanTextsAndGrouping) {
     const LocalizedStringProvider& viaInterface = provider;
     EXPECT_EQ(viaInterface.localizedString("Today", ""), "Heute");
     EXPECT_EQ(WidgetsLocalizedStringProvider::shared()->localizedString("Water", ""), "Wasser");
-    EXPECT_EQ(localizedStringWithFormat(viaInterface.localizedString("dashb.macros.gram.left", "%d g left"), {1234}),
+    EXPECT_EQ(localizedStringWithFormat(viaInterface.localizedString("dashb.macros.gram.left", "%d g left"),
+                                        {1234}),
               "Noch 1.234 g übrig");
 
     for (int i = 0; i < 3; ++i) {
-        if (saved[i]) ::setenv(names[i], saved[i]->c_str(), 1);
-        else ::unsetenv(names[i]);
+        if (saved[i])
+            ::setenv(names[i], saved[i]->c_str(), 1);
+        else
+            ::unsetenv(names[i]);
     }
 }
 
@@ -145,7 +154,8 @@ TEST(LocalizedStrings, ATestProviderReplacesTheTable) {
     };
     const LocalizedStringProviderRef provider = std::make_shared<const Fixed>();
     ScopedLocaleOverride locale(Locale("en_US"));
-    EXPECT_EQ(localizedStringWithFormat(provider->localizedString("dashb.macros.gram.left", ""), {15}), "15 g left");
+    EXPECT_EQ(localizedStringWithFormat(provider->localizedString("dashb.macros.gram.left", ""), {15}),
+              "15 g left");
 }
 
 }  // namespace

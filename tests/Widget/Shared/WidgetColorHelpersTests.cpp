@@ -27,7 +27,8 @@ TEST(WidgetColorHelpers, EachNutrientGetsItsMainTextAndBackgroundTokens) {
         EXPECT_EQ(colors.text.name, c.text) << c.raw;
         EXPECT_EQ(colors.background.name, c.background) << c.raw;
     }
-    EXPECT_EQ(WidgetColorHelpers::macronutrientColors(Nutrient::fat), WidgetColorHelpers::macronutrientColors(1));
+    EXPECT_EQ(WidgetColorHelpers::macronutrientColors(Nutrient::fat),
+              WidgetColorHelpers::macronutrientColors(1));
 }
 
 }  // namespace
