@@ -172,7 +172,8 @@ private:
 
 void setSource(cairo_t* cr, const Color& c, ColorScheme scheme) {
     Rgba v = c.resolved(scheme);
-    cairo_set_source_rgba(cr, v.red, v.green, v.blue, v.alpha);
+    auto unit = [](double x) { return std::isnan(x) ? 0.0 : std::clamp(x, 0.0, 1.0); };
+    cairo_set_source_rgba(cr, unit(v.red), unit(v.green), unit(v.blue), unit(v.alpha));
 }
 
 void appendPath(cairo_t* cr, const Path& p) {

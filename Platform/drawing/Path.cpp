@@ -245,8 +245,8 @@ double Path::length() const {
 }
 
 Path Path::trimmed(double from, double to) const {
-    from = std::clamp(from, 0.0, 1.0);
-    to = std::clamp(to, 0.0, 1.0);
+    from = std::isnan(from) ? 0 : std::clamp(from, 0.0, 1.0);
+    to = std::isnan(to) ? 0 : std::clamp(to, 0.0, 1.0);
     if (from <= 0 && to >= 1) return *this;
     Path out;
     double total = length();

@@ -115,7 +115,8 @@ std::optional<TextLayout> attempt(const std::string& text, const Environment& en
     TextLayout out;
     out.scale = scale;
     out.font = env.font;
-    out.font.size = env.font.size * scale;
+    // A font size that is not a positive number draws nothing.
+    out.font.size = env.font.size > 0 ? env.font.size * scale : 0;
     TextMetrics empty = measurer.measure("", out.font);
     out.ascent = empty.ascent;
     out.lineHeight = empty.lineHeight();

@@ -2,6 +2,8 @@
 
 #include "Platform/drawing/ViewNode.hpp"
 
+#include <cmath>
+
 namespace qrv::platform {
 namespace {
 
@@ -19,6 +21,13 @@ View withEffect(const View& child, decltype(EffectNode::effect) effect) {
 }
 
 Rgba rgb(int r, int g, int b, double a = 1) { return {r / 255.0, g / 255.0, b / 255.0, a}; }
+
+// Views never fail: a length or factor that is not a number becomes `fallback`.
+double finiteOr(double v, double fallback) { return std::isnan(v) ? fallback : v; }
+std::optional<double> length(std::optional<double> v) {
+    if (v && std::isnan(*v)) return std::nullopt;
+    return v;
+}
 
 }  // namespace
 
@@ -40,7 +49,13 @@ View View::frame(const FixedFrame& f) const {
     if (clean.height) clean.height = std::max(0.0, *clean.height);
     return View(make(FrameNode{*this, clean}));
 }
-View View::frame(const FlexibleFrame& f) const { return View(make(FrameNode{*this, f})); }
+View View::frame(const FlexibleFrame& f) const {
+    FlexibleFrame clean = f;
+    for (auto* v : {&clean.minWidth, &clean.idealWidth, &clean.maxWidth, &clean.minHeight, &clean.idealHeight,
+                    &clean.maxHeight})
+        *v = length(*v);
+    return View(make(FrameNode{*this, clean}));
+}
 
 View View::padding(double length) const { return padding(EdgeInsets::all(length)); }
 View View::padding(Edges edges, double length) const {
@@ -51,7 +66,11 @@ View View::padding(Edges edges, double length) const {
     if (edges.contains(Edges::trailing())) e.trailing = length;
     return padding(e);
 }
-View View::padding(EdgeInsets insets) const { return View(make(PaddingNode{*this, insets})); }
+View View::padding(EdgeInsets insets) const {
+    insets = {finiteOr(insets.top, 0), finiteOr(insets.leading, 0), finiteOr(insets.bottom, 0),
+              finiteOr(insets.trailing, 0)};
+    return View(make(PaddingNode{*this, insets}));
+}
 
 View View::background(const View& layer, Alignment alignment) const {
     return View(make(LayerNode{*this, layer, LayerKind::background, alignment, Edges::none()}));
@@ -83,7 +102,7 @@ View View::lineLimit(std::optional<int> lines) const {
     return withEnvironment(*this, [lines](Environment& e) { e.lineLimit = lines; });
 }
 View View::minimumScaleFactor(double factor) const {
-    factor = std::clamp(factor, 0.01, 1.0);
+    factor = std::clamp(finiteOr(factor, 1), 0.01, 1.0);
     return withEnvironment(*this, [factor](Environment& e) { e.minimumScaleFactor = factor; });
 }
 View View::tint(const Color& color) const {
@@ -103,13 +122,15 @@ View View::environment(std::function<void(Environment&)> change) const {
 }
 
 View View::rotationEffect(Angle angle, UnitPoint anchor) const {
-    return withEffect(*this, TransformEffect{TransformEffect::Kind::rotation, angle.radians, 1, 1, anchor});
+    return withEffect(*this, TransformEffect{TransformEffect::Kind::rotation, finiteOr(angle.radians, 0), 1, 1, anchor});
 }
 View View::scaleEffect(double s, UnitPoint anchor) const { return scaleEffect(s, s, anchor); }
 View View::scaleEffect(double x, double y, UnitPoint anchor) const {
-    return withEffect(*this, TransformEffect{TransformEffect::Kind::scale, 0, x, y, anchor});
+    return withEffect(*this, TransformEffect{TransformEffect::Kind::scale, 0, finiteOr(x, 1), finiteOr(y, 1), anchor});
 }
-View View::opacity(double alpha) const { return withEffect(*this, OpacityEffect{std::clamp(alpha, 0.0, 1.0)}); }
+View View::opacity(double alpha) const {
+    return withEffect(*this, OpacityEffect{std::clamp(finiteOr(alpha, 1), 0.0, 1.0)});
+}
 View View::accessibilityIdentifier(std::string identifier) const {
     return withEffect(*this, AccessibilityIdentifierEffect{std::move(identifier)});
 }
@@ -129,7 +150,7 @@ HStack::HStack(std::vector<View> children, VerticalAlignment alignment, std::opt
 ZStack::ZStack(std::vector<View> children, Alignment alignment)
     : View(make(StackNode{StackAxis::depth, alignment, std::nullopt, std::move(children)})) {}
 
-Spacer::Spacer(std::optional<double> minLength) : View(make(SpacerNode{minLength})) {}
+Spacer::Spacer(std::optional<double> minLength) : View(make(SpacerNode{length(minLength)})) {}
 Divider::Divider() : View(make(DividerNode{})) {}
 GeometryReader::GeometryReader(std::function<View(Size)> content)
     : View(make(GeometryReaderNode{std::move(content)})) {}
@@ -194,19 +215,19 @@ Shape Shape::trim(double from, double to) const {
     ShapeGeometry g = geometry_;
     // Trimming a trimmed shape keeps the part of the part, as the platform does.
     double span = g.trimTo - g.trimFrom;
-    double f = std::clamp(from, 0.0, 1.0), t = std::clamp(to, 0.0, 1.0);
+    double f = std::clamp(finiteOr(from, 0), 0.0, 1.0), t = std::clamp(finiteOr(to, 0), 0.0, 1.0);
     g.trimFrom = geometry_.trimFrom + span * f;
     g.trimTo = geometry_.trimFrom + span * std::max(f, t);
     return Shape(std::move(g));
 }
 Shape Shape::rotation(Angle angle, UnitPoint anchor) const {
     ShapeGeometry g = geometry_;
-    g.transforms.push_back({AffineTransform::rotation(angle.radians), anchor});
+    g.transforms.push_back({AffineTransform::rotation(finiteOr(angle.radians, 0)), anchor});
     return Shape(std::move(g));
 }
 Shape Shape::scale(double x, double y, UnitPoint anchor) const {
     ShapeGeometry g = geometry_;
-    g.transforms.push_back({AffineTransform::scaling(x, y), anchor});
+    g.transforms.push_back({AffineTransform::scaling(finiteOr(x, 1), finiteOr(y, 1)), anchor});
     return Shape(std::move(g));
 }
 View Shape::fill(const Color& color) const { return View(make(ShapeNode{geometry_, std::nullopt, color})); }
@@ -222,7 +243,7 @@ View Shape::stroke(const StrokeStyle& style) const { return View(make(ShapeNode{
 
 Rectangle::Rectangle() : Shape(ShapeGeometry{.kind = ShapeKind::rectangle}) {}
 RoundedRectangle::RoundedRectangle(double cornerRadius)
-    : Shape(ShapeGeometry{.kind = ShapeKind::roundedRectangle, .cornerRadius = std::max(0.0, cornerRadius)}) {}
+    : Shape(ShapeGeometry{.kind = ShapeKind::roundedRectangle, .cornerRadius = std::max(0.0, finiteOr(cornerRadius, 0))}) {}
 Circle::Circle() : Shape(ShapeGeometry{.kind = ShapeKind::circle}) {}
 Ellipse::Ellipse() : Shape(ShapeGeometry{.kind = ShapeKind::ellipse}) {}
 Capsule::Capsule() : Shape(ShapeGeometry{.kind = ShapeKind::capsule}) {}

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <numbers>
@@ -138,6 +139,18 @@ TEST(DisplayList, DegenerateInputRecordsNothingHarmful) {
     DisplayList list = recorded(v, {50, 50});
     EXPECT_TRUE(list.ops.empty()) << toText(list);
     EXPECT_TRUE(list.texts.empty());
+
+    // Values that are not numbers (a progress of 0/0, say) are normalised
+    // where they enter, so no op carries one.
+    const double nan = std::nan("");
+    View odd = VStack({Circle().trim(0, nan).stroke(kBrand, 2), Circle().trim(nan, 0.5).stroke(kBrand, 2),
+                       Text("x").opacity(nan).rotationEffect(Angle{nan}),
+                       Rectangle().fill(kBrand).frame(nan, 10).padding(nan),
+                       Text("y").minimumScaleFactor(nan).scaleEffect(nan), Spacer(nan)})
+                   .frame(FlexibleFrame{.maxWidth = nan});
+    const std::string dump = toText(recorded(odd, {50, 200}));
+    EXPECT_EQ(dump.find("nan"), std::string::npos) << dump;
+    EXPECT_NE(dump.find("sweep 180.00deg"), std::string::npos) << dump;
 }
 
 }  // namespace

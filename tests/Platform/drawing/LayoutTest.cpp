@@ -121,6 +121,8 @@ TEST(Layout, TextWrapsThenShrinksThenTruncates) {
         {"a word longer than a line breaks between characters", Text("abcdefgh"), 30, 1, "abcde|fgh", {30, 24}},
         {"the last allowed line carries the rest, cut", Text("aa bb cc dd ee").lineLimit(2), 30, 1, "aa bb|cc d…",
          {30, 24}},
+        {"cuts fall between characters, not bytes", Text("ééééé").lineLimit(1), 20, 1, "éé…", {18, 12}},
+        {"line breaks in the text start new lines", Text("a\nbb"), 30, 1, "a|bb", {12, 24}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
