@@ -1,11 +1,11 @@
 #pragma once
 // The two queues the widget code works with, injected together so that tests can
 // replace both by manual executors.
+#include <memory>
+
 #include "Platform/dispatch/Executor.hpp"
 #include "Platform/dispatch/MainQueue.hpp"
 #include "Platform/dispatch/ThreadPoolExecutor.hpp"
-
-#include <memory>
 
 namespace qrv::platform {
 

@@ -7,14 +7,14 @@
 namespace qrv::platform {
 
 class Executor {
-public:
+  public:
     using Work = std::function<void()>;
 
     virtual ~Executor() = default;
     // Queues `work` and returns at once; the work runs later, never inside this call.
     virtual void async(Work work) = 0;
 
-protected:
+  protected:
     Executor() = default;
     Executor(const Executor&) = delete;
     Executor& operator=(const Executor&) = delete;

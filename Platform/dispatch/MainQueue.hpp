@@ -2,8 +2,6 @@
 // A serial queue that runs nothing by itself: the thread that owns the loop (the
 // host program's main thread, or a test) drains it. Work queued from any thread
 // runs on the draining thread, one item at a time, in order.
-#include "Platform/dispatch/Executor.hpp"
-
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
@@ -11,10 +9,12 @@
 #include <memory>
 #include <mutex>
 
+#include "Platform/dispatch/Executor.hpp"
+
 namespace qrv::platform {
 
 class MainQueue final : public Executor {
-public:
+  public:
     MainQueue() = default;
 
     void async(Work work) override;
@@ -36,7 +36,7 @@ public:
     std::size_t drain();
     std::size_t pending() const;
 
-private:
+  private:
     // Waits until an item is queued or the deadline passes; answers whether one is.
     bool waitForWork(std::chrono::steady_clock::time_point deadline);
 

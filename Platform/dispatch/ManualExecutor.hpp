@@ -1,16 +1,16 @@
 #pragma once
 // A queue that runs only when told to: tests queue work through it and then run
 // it item by item, so what runs when is decided by the test, not by threads.
-#include "Platform/dispatch/Executor.hpp"
-
 #include <cstddef>
 #include <deque>
 #include <mutex>
 
+#include "Platform/dispatch/Executor.hpp"
+
 namespace qrv::platform {
 
 class ManualExecutor final : public Executor {
-public:
+  public:
     ManualExecutor() = default;
 
     void async(Work work) override;
@@ -21,7 +21,7 @@ public:
     std::size_t drain();
     std::size_t pending() const;
 
-private:
+  private:
     mutable std::mutex mutex_;
     std::deque<Work> queue_;
 };

@@ -1,7 +1,5 @@
 #pragma once
 // A concurrent queue: a few threads taking work in the order it was queued.
-#include "Platform/dispatch/Executor.hpp"
-
 #include <condition_variable>
 #include <deque>
 #include <memory>
@@ -9,10 +7,12 @@
 #include <thread>
 #include <vector>
 
+#include "Platform/dispatch/Executor.hpp"
+
 namespace qrv::platform {
 
 class ThreadPoolExecutor final : public Executor {
-public:
+  public:
     explicit ThreadPoolExecutor(unsigned threadCount);
     // Runs what is still queued, then joins the threads.
     ~ThreadPoolExecutor() override;
@@ -21,7 +21,7 @@ public:
 
     unsigned threadCount() const { return static_cast<unsigned>(threads_.size()); }
 
-private:
+  private:
     void run();
 
     std::mutex mutex_;

@@ -1,14 +1,14 @@
 #pragma once
 // What a timeline provider hands the widget host: the entries to show, each
 // from its own date on, and when the host should ask again.
-#include "Platform/drawing/Geometry.hpp"
-#include "Platform/time/Date.hpp"
-#include "Platform/timeline/WidgetFamily.hpp"
-
 #include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "Platform/drawing/Geometry.hpp"
+#include "Platform/time/Date.hpp"
+#include "Platform/timeline/WidgetFamily.hpp"
 
 namespace qrv::platform {
 
@@ -27,13 +27,20 @@ struct TimelineProviderContext {
 
     static constexpr Size typicalDisplaySize(WidgetFamily family) {
         switch (family) {
-            case WidgetFamily::systemSmall: return {158, 158};
-            case WidgetFamily::systemMedium: return {338, 158};
-            case WidgetFamily::systemLarge: return {338, 354};
-            case WidgetFamily::systemExtraLarge: return {715.5, 342};
-            case WidgetFamily::accessoryCircular: return {72, 72};
-            case WidgetFamily::accessoryRectangular: return {160, 72};
-            case WidgetFamily::accessoryInline: return {234, 26};
+            case WidgetFamily::systemSmall:
+                return {158, 158};
+            case WidgetFamily::systemMedium:
+                return {338, 158};
+            case WidgetFamily::systemLarge:
+                return {338, 354};
+            case WidgetFamily::systemExtraLarge:
+                return {715.5, 342};
+            case WidgetFamily::accessoryCircular:
+                return {72, 72};
+            case WidgetFamily::accessoryRectangular:
+                return {160, 72};
+            case WidgetFamily::accessoryInline:
+                return {234, 26};
         }
         return {158, 158};
     }
@@ -43,7 +50,7 @@ struct TimelineProviderContext {
 
 // The earliest moment the host asks the provider for a new timeline.
 class TimelineReloadPolicy {
-public:
+  public:
     enum class Kind { atEnd, after, never };
 
     // After the last entry's date has passed.
@@ -59,7 +66,7 @@ public:
 
     friend bool operator==(const TimelineReloadPolicy&, const TimelineReloadPolicy&) = default;
 
-private:
+  private:
     TimelineReloadPolicy(Kind kind, std::optional<Date> date) : kind_(kind), date_(date) {}
     Kind kind_;
     std::optional<Date> date_;
@@ -68,9 +75,12 @@ private:
 // "atEnd", "after" or "never".
 constexpr std::string_view name(TimelineReloadPolicy::Kind kind) {
     switch (kind) {
-        case TimelineReloadPolicy::Kind::atEnd: return "atEnd";
-        case TimelineReloadPolicy::Kind::after: return "after";
-        case TimelineReloadPolicy::Kind::never: return "never";
+        case TimelineReloadPolicy::Kind::atEnd:
+            return "atEnd";
+        case TimelineReloadPolicy::Kind::after:
+            return "after";
+        case TimelineReloadPolicy::Kind::never:
+            return "never";
     }
     return "atEnd";
 }

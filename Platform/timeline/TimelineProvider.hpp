@@ -4,15 +4,15 @@
 // entry, for transient appearances such as the gallery) and for a timeline.
 // Snapshot and timeline answer through their completion, possibly later, on
 // another thread, or never: the host must not rely on being called back.
-#include "Platform/timeline/Timeline.hpp"
-
 #include <functional>
+
+#include "Platform/timeline/Timeline.hpp"
 
 namespace qrv::platform {
 
 template <class EntryType>
 class TimelineProvider {
-public:
+  public:
     using Entry = EntryType;
     using SnapshotCompletion = std::function<void(Entry)>;
     using TimelineCompletion = std::function<void(Timeline<Entry>)>;
@@ -23,7 +23,7 @@ public:
     virtual void getSnapshot(const TimelineProviderContext& context, SnapshotCompletion completion) const = 0;
     virtual void getTimeline(const TimelineProviderContext& context, TimelineCompletion completion) const = 0;
 
-protected:
+  protected:
     TimelineProvider() = default;
     TimelineProvider(const TimelineProvider&) = default;
     TimelineProvider(TimelineProvider&&) = default;

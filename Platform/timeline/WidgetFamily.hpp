@@ -18,17 +18,16 @@ enum class WidgetFamily {
 };
 
 inline constexpr std::array<WidgetFamily, 7> kAllWidgetFamilies{
-    WidgetFamily::systemSmall,       WidgetFamily::systemMedium,         WidgetFamily::systemLarge,
-    WidgetFamily::systemExtraLarge,  WidgetFamily::accessoryCircular,    WidgetFamily::accessoryRectangular,
+    WidgetFamily::systemSmall,      WidgetFamily::systemMedium,      WidgetFamily::systemLarge,
+    WidgetFamily::systemExtraLarge, WidgetFamily::accessoryCircular, WidgetFamily::accessoryRectangular,
     WidgetFamily::accessoryInline,
 };
 
 // The family's name as written in code and on the command line: "systemSmall", ...
 constexpr std::string_view name(WidgetFamily family) {
-    constexpr std::array<std::string_view, 7> names{"systemSmall",      "systemMedium",
-                                                    "systemLarge",      "systemExtraLarge",
-                                                    "accessoryCircular", "accessoryRectangular",
-                                                    "accessoryInline"};
+    constexpr std::array<std::string_view, 7> names{
+        "systemSmall",       "systemMedium",         "systemLarge",    "systemExtraLarge",
+        "accessoryCircular", "accessoryRectangular", "accessoryInline"};
     return names[static_cast<std::size_t>(family)];
 }
 

@@ -1,8 +1,8 @@
 #include "Widget/Cache/WidgetDataCacheReadStrategy.hpp"
 
-#include "Widget/Cache/WidgetDataCacheReaderEnvironment.hpp"
-
 #include <array>
+
+#include "Widget/Cache/WidgetDataCacheReaderEnvironment.hpp"
 
 namespace qrv::widget {
 
@@ -37,11 +37,13 @@ CaloriesDataReadStrategy::CaloriesDataReadStrategy(std::string dataKey, platform
                                                    std::shared_ptr<const platform::Clock> clock)
     : DatedReadStrategy(std::move(dataKey), calendar, std::move(clock)) {}
 
-std::optional<AnyWidgetDataCacheEntry> CaloriesDataReadStrategy::decodeEntry(std::span<const std::uint8_t> data) const {
+std::optional<AnyWidgetDataCacheEntry> CaloriesDataReadStrategy::decodeEntry(
+    std::span<const std::uint8_t> data) const {
     return decodeAs<CaloriesConsumedDataEntry>(data);
 }
 
-AnyWidgetDataCacheEntry CaloriesDataReadStrategy::makeNextDayEntry(const AnyWidgetDataCacheEntry& entry) const {
+AnyWidgetDataCacheEntry CaloriesDataReadStrategy::makeNextDayEntry(
+    const AnyWidgetDataCacheEntry& entry) const {
     const auto* calories = std::get_if<CaloriesConsumedDataEntry>(&entry);
     if (!calories) return entry;
     auto next = *calories;
@@ -55,7 +57,8 @@ AnyWidgetDataCacheEntry CaloriesDataReadStrategy::makeNextDayEntry(const AnyWidg
     return next;
 }
 
-MacronutrientsDataReadStrategy::MacronutrientsDataReadStrategy(std::string dataKey, platform::Calendar calendar,
+MacronutrientsDataReadStrategy::MacronutrientsDataReadStrategy(std::string dataKey,
+                                                               platform::Calendar calendar,
                                                                std::shared_ptr<const platform::Clock> clock)
     : DatedReadStrategy(std::move(dataKey), calendar, std::move(clock)) {}
 
@@ -64,7 +67,8 @@ std::optional<AnyWidgetDataCacheEntry> MacronutrientsDataReadStrategy::decodeEnt
     return decodeAs<MacronutrientsDataEntry>(data);
 }
 
-AnyWidgetDataCacheEntry MacronutrientsDataReadStrategy::makeNextDayEntry(const AnyWidgetDataCacheEntry& entry) const {
+AnyWidgetDataCacheEntry MacronutrientsDataReadStrategy::makeNextDayEntry(
+    const AnyWidgetDataCacheEntry& entry) const {
     const auto* macros = std::get_if<MacronutrientsDataEntry>(&entry);
     if (!macros) return entry;
     auto next = *macros;
@@ -81,7 +85,8 @@ WaterDataReadStrategy::WaterDataReadStrategy(std::string dataKey, platform::Cale
                                              std::shared_ptr<const platform::Clock> clock)
     : DatedReadStrategy(std::move(dataKey), calendar, std::move(clock)) {}
 
-std::optional<AnyWidgetDataCacheEntry> WaterDataReadStrategy::decodeEntry(std::span<const std::uint8_t> data) const {
+std::optional<AnyWidgetDataCacheEntry> WaterDataReadStrategy::decodeEntry(
+    std::span<const std::uint8_t> data) const {
     return decodeAs<WaterDataEntry>(data);
 }
 

@@ -4,12 +4,6 @@
 // same record looks like at the start of the next day with the day's figures
 // reset. The reader holds one strategy per WidgetDataCacheType and knows nothing
 // of the records itself.
-#include "Platform/time/Calendar.hpp"
-#include "Platform/time/Clock.hpp"
-#include "Widget/Cache/CaloriesConsumedDataEntry.hpp"
-#include "Widget/Cache/MacronutrientsDataEntry.hpp"
-#include "Widget/Cache/WaterDataEntry.hpp"
-
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -17,15 +11,22 @@
 #include <string>
 #include <variant>
 
+#include "Platform/time/Calendar.hpp"
+#include "Platform/time/Clock.hpp"
+#include "Widget/Cache/CaloriesConsumedDataEntry.hpp"
+#include "Widget/Cache/MacronutrientsDataEntry.hpp"
+#include "Widget/Cache/WaterDataEntry.hpp"
+
 namespace qrv::widget {
 
 // Any of the three cached records, as the reader hands them around.
-using AnyWidgetDataCacheEntry = std::variant<WaterDataEntry, CaloriesConsumedDataEntry, MacronutrientsDataEntry>;
+using AnyWidgetDataCacheEntry =
+    std::variant<WaterDataEntry, CaloriesConsumedDataEntry, MacronutrientsDataEntry>;
 
 platform::Date entryDate(const AnyWidgetDataCacheEntry& entry);
 
 class WidgetDataCacheReadStrategy {
-public:
+  public:
     virtual ~WidgetDataCacheReadStrategy() = default;
 
     // The record decoded from its JSON bytes; nothing when they do not decode.
@@ -37,7 +38,7 @@ public:
     // The store key of the record.
     virtual std::string dataKey() const = 0;
 
-protected:
+  protected:
     WidgetDataCacheReadStrategy() = default;
     WidgetDataCacheReadStrategy(const WidgetDataCacheReadStrategy&) = default;
     WidgetDataCacheReadStrategy& operator=(const WidgetDataCacheReadStrategy&) = default;
@@ -46,13 +47,14 @@ protected:
 // The key, and the calendar and clock that say what "today" and "tomorrow" are.
 // Strategies are immutable values once made.
 class DatedReadStrategy : public WidgetDataCacheReadStrategy {
-public:
+  public:
     std::string dataKey() const override { return dataKey_; }
     const platform::Calendar& calendar() const { return calendar_; }
     platform::Date now() const { return clock_->now(); }
 
-protected:
-    DatedReadStrategy(std::string dataKey, platform::Calendar calendar, std::shared_ptr<const platform::Clock> clock);
+  protected:
+    DatedReadStrategy(std::string dataKey, platform::Calendar calendar,
+                      std::shared_ptr<const platform::Clock> clock);
 
     // The start of the local day after the one `date` falls on: one day added with
     // the wall clock kept, then the start of that day. Should the calendar fail to
@@ -62,7 +64,7 @@ protected:
     // midnight belongs to the day before; one from the future counts as current.
     bool isDatedToday(const AnyWidgetDataCacheEntry& entry) const;
 
-private:
+  private:
     std::string dataKey_;
     platform::Calendar calendar_;
     std::shared_ptr<const platform::Clock> clock_;
@@ -70,7 +72,7 @@ private:
 
 // Made with the current calendar and the system clock unless told otherwise.
 class CaloriesDataReadStrategy final : public DatedReadStrategy {
-public:
+  public:
     explicit CaloriesDataReadStrategy(std::string dataKey,
                                       platform::Calendar calendar = platform::Calendar::current(),
                                       std::shared_ptr<const platform::Clock> clock = nullptr);
@@ -82,7 +84,7 @@ public:
 };
 
 class MacronutrientsDataReadStrategy final : public DatedReadStrategy {
-public:
+  public:
     explicit MacronutrientsDataReadStrategy(std::string dataKey,
                                             platform::Calendar calendar = platform::Calendar::current(),
                                             std::shared_ptr<const platform::Clock> clock = nullptr);
@@ -94,8 +96,9 @@ public:
 };
 
 class WaterDataReadStrategy final : public DatedReadStrategy {
-public:
-    explicit WaterDataReadStrategy(std::string dataKey, platform::Calendar calendar = platform::Calendar::current(),
+  public:
+    explicit WaterDataReadStrategy(std::string dataKey,
+                                   platform::Calendar calendar = platform::Calendar::current(),
                                    std::shared_ptr<const platform::Clock> clock = nullptr);
 
     std::optional<AnyWidgetDataCacheEntry> decodeEntry(std::span<const std::uint8_t> data) const override;

@@ -1,10 +1,10 @@
 #include "Widget/Cache/WidgetDataCacheReader.hpp"
 
-#include "Widget/Cache/WidgetSettings.hpp"
-
 #include <cstdio>
 #include <mutex>
 #include <string>
+
+#include "Widget/Cache/WidgetSettings.hpp"
 
 namespace qrv::widget {
 namespace {
@@ -40,7 +40,8 @@ std::optional<AnyWidgetDataCacheEntry> decode(const WidgetDataCacheReadStrategy&
 
 }  // namespace
 
-std::shared_ptr<WidgetDataCacheReader> WidgetDataCacheReader::make(WidgetDataCacheReaderEnvironment environment) {
+std::shared_ptr<WidgetDataCacheReader> WidgetDataCacheReader::make(
+    WidgetDataCacheReaderEnvironment environment) {
     return std::make_shared<WidgetDataCacheReader>(Token{}, std::move(environment));
 }
 
@@ -102,8 +103,8 @@ std::optional<AnyWidgetDataCacheEntry> WidgetDataCacheReader::read(WidgetDataCac
     return entry;
 }
 
-std::optional<AnyWidgetDataCacheEntry> WidgetDataCacheReader::nextDayEntry(const AnyWidgetDataCacheEntry& entry,
-                                                                           WidgetDataCacheType type) const {
+std::optional<AnyWidgetDataCacheEntry> WidgetDataCacheReader::nextDayEntry(
+    const AnyWidgetDataCacheEntry& entry, WidgetDataCacheType type) const {
     const auto chosen = strategy(type);
     if (!chosen) {
         environment_.print(line(kNoStrategy, typeName(type)));

@@ -4,22 +4,22 @@
 // has a strategy registered (a provider registers exactly one). Failures never
 // reach the caller: they print one line to standard output, and the
 // completion-style read then simply never calls back.
-#include "Widget/Cache/WidgetDataCacheReadStrategy.hpp"
-#include "Widget/Cache/WidgetDataCacheReaderEnvironment.hpp"
-#include "Widget/Cache/WidgetDataCacheType.hpp"
-
 #include <functional>
 #include <memory>
 #include <optional>
 #include <shared_mutex>
 #include <unordered_map>
 
+#include "Widget/Cache/WidgetDataCacheReadStrategy.hpp"
+#include "Widget/Cache/WidgetDataCacheReaderEnvironment.hpp"
+#include "Widget/Cache/WidgetDataCacheType.hpp"
+
 namespace qrv::widget {
 
 class WidgetDataCacheReader : public std::enable_shared_from_this<WidgetDataCacheReader> {
     struct Token {};
 
-public:
+  public:
     using Completion = std::function<void(AnyWidgetDataCacheEntry)>;
     using Strategy = std::shared_ptr<const WidgetDataCacheReadStrategy>;
 
@@ -51,7 +51,7 @@ public:
 
     const WidgetDataCacheReaderEnvironment& environment() const { return environment_; }
 
-private:
+  private:
     WidgetDataCacheReaderEnvironment environment_;
     mutable std::shared_mutex strategiesMutex_;
     std::unordered_map<WidgetDataCacheType, Strategy> strategies_;

@@ -1,9 +1,9 @@
 #include "Widget/Cache/WidgetDataCacheReaderEnvironment.hpp"
 
-#include "Widget/Cache/WidgetSettings.hpp"
-
 #include <cstdio>
 #include <string>
+
+#include "Widget/Cache/WidgetSettings.hpp"
 
 namespace qrv::widget {
 
@@ -11,6 +11,10 @@ std::shared_ptr<const platform::Clock> systemClock() {
     // Aliasing constructor: points at the process-wide clock without owning it.
     return std::shared_ptr<const platform::Clock>(std::shared_ptr<const platform::Clock>{},
                                                   &platform::SystemClock::shared());
+}
+
+bool isSystemClock(const std::shared_ptr<const platform::Clock>& clock) {
+    return clock.get() == &platform::SystemClock::shared();
 }
 
 WidgetDataCacheReaderEnvironment WidgetDataCacheReaderEnvironment::defaults() {

@@ -3,14 +3,16 @@
 // take from the world: the shared store, the calendar and clock that decide what
 // "today" is, the two queues, and where the reader's lines go. Tests and the host
 // replace any of them; defaults() is the phone's own.
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string_view>
+
 #include "Platform/dispatch/DispatchQueues.hpp"
 #include "Platform/store/UserDefaults.hpp"
 #include "Platform/time/Calendar.hpp"
 #include "Platform/time/Clock.hpp"
-
-#include <functional>
-#include <memory>
-#include <string_view>
 
 namespace qrv::widget {
 
@@ -36,5 +38,22 @@ struct WidgetDataCacheReaderEnvironment {
 
 // The process's system clock as a shared pointer that owns nothing.
 std::shared_ptr<const platform::Clock> systemClock();
+bool isSystemClock(const std::shared_ptr<const platform::Clock>& clock);
+
+// Where a provider's placeholder comes from: the record's process-wide sample
+// under the system clock; under any other clock (a test's, the host's --now) a
+// sample made once, on first use, dated by that clock.
+template <class Entry>
+std::function<Entry()> samplePlaceholder(std::shared_ptr<const platform::Clock> clock) {
+    if (!clock || isSystemClock(clock)) return [] { return Entry::sample(); };
+    struct Made {
+        std::once_flag once;
+        std::optional<Entry> sample;
+    };
+    return [clock = std::move(clock), made = std::make_shared<Made>()] {
+        std::call_once(made->once, [&] { made->sample = Entry::makeSample(clock->now()); });
+        return *made->sample;
+    };
+}
 
 }  // namespace qrv::widget

@@ -1,6 +1,3 @@
-#include "Platform/dispatch/MainQueue.hpp"
-#include "Platform/dispatch/ThreadPoolExecutor.hpp"
-
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -8,6 +5,9 @@
 #include <set>
 #include <thread>
 #include <vector>
+
+#include "Platform/dispatch/MainQueue.hpp"
+#include "Platform/dispatch/ThreadPoolExecutor.hpp"
 
 namespace qrv::platform {
 namespace {

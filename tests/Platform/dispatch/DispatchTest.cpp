@@ -1,10 +1,10 @@
-#include "Platform/dispatch/MainQueue.hpp"
-#include "Platform/dispatch/ManualExecutor.hpp"
-
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <string>
+
+#include "Platform/dispatch/MainQueue.hpp"
+#include "Platform/dispatch/ManualExecutor.hpp"
 
 namespace qrv::platform {
 namespace {

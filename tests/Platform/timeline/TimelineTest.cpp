@@ -1,10 +1,10 @@
-#include "Platform/timeline/Timeline.hpp"
-#include "Platform/timeline/TimelineProvider.hpp"
-
 #include <gtest/gtest.h>
 
 #include <set>
 #include <string>
+
+#include "Platform/timeline/Timeline.hpp"
+#include "Platform/timeline/TimelineProvider.hpp"
 
 namespace qrv::platform {
 namespace {

@@ -1,12 +1,11 @@
-#include "Widget/Cache/WidgetDataCacheReader.hpp"
-
-#include "Widget/Cache/WidgetSettings.hpp"
-#include "tests/Widget/Cache/ReaderTestSupport.hpp"
-
 #include <gtest/gtest.h>
 
 #include <optional>
 #include <string>
+
+#include "Widget/Cache/WidgetDataCacheReader.hpp"
+#include "Widget/Cache/WidgetSettings.hpp"
+#include "tests/Widget/Cache/ReaderTestSupport.hpp"
 
 namespace qrv::widget {
 namespace {
@@ -15,27 +14,30 @@ using platform::Date;
 using test::local;
 
 class WidgetDataCacheReaderTest : public ::testing::Test {
-protected:
+  protected:
     std::shared_ptr<WidgetDataCacheReader> readerWith(WidgetDataCacheType type) {
         auto reader = WidgetDataCacheReader::make(world.environment());
         const auto env = world.environment();
         switch (type) {
             case WidgetDataCacheType::calories:
-                reader->registerStrategy(type, std::make_shared<CaloriesDataReadStrategy>("CaloriesData", env.calendar, env.clock));
+                reader->registerStrategy(type, std::make_shared<CaloriesDataReadStrategy>(
+                                                   "CaloriesData", env.calendar, env.clock));
                 break;
             case WidgetDataCacheType::macronutrients:
-                reader->registerStrategy(
-                    type, std::make_shared<MacronutrientsDataReadStrategy>("MacronutrientsData", env.calendar, env.clock));
+                reader->registerStrategy(type, std::make_shared<MacronutrientsDataReadStrategy>(
+                                                   "MacronutrientsData", env.calendar, env.clock));
                 break;
             case WidgetDataCacheType::water:
-                reader->registerStrategy(type, std::make_shared<WaterDataReadStrategy>("WaterEntryData", env.calendar, env.clock));
+                reader->registerStrategy(
+                    type, std::make_shared<WaterDataReadStrategy>("WaterEntryData", env.calendar, env.clock));
                 break;
         }
         return reader;
     }
 
     // Starts a completion-style read and lets every queue run; the delivered entry, if any.
-    std::optional<AnyWidgetDataCacheEntry> readAndSettle(WidgetDataCacheReader& reader, WidgetDataCacheType type) {
+    std::optional<AnyWidgetDataCacheEntry> readAndSettle(WidgetDataCacheReader& reader,
+                                                         WidgetDataCacheType type) {
         std::optional<AnyWidgetDataCacheEntry> delivered;
         int calls = 0;
         reader.read(type, [&](AnyWidgetDataCacheEntry entry) {
@@ -73,19 +75,23 @@ TEST_F(WidgetDataCacheReaderTest, FailuresPrintOneLineEach) {
     };
     const Case cases[] = {
         {"missing", std::nullopt, false, "unable to find data for type: Calories"},
-        {"text, not data", test::caloriesJSON(local(2024, 3, 9, 10)), true, "unable to find data for type: Calories"},
+        {"text, not data", test::caloriesJSON(local(2024, 3, 9, 10)), true,
+         "unable to find data for type: Calories"},
         {"undecodable", std::string(R"({"date":1})"), false, "unable to decode entry for type: Calories"},
         {"yesterday 23:59", test::caloriesJSON(local(2024, 3, 8, 23, 59)), false,
          "unable to decode entry for type: Calories"},
-        {"exactly midnight", test::caloriesJSON(local(2024, 3, 9)), false, "unable to decode entry for type: Calories"},
+        {"exactly midnight", test::caloriesJSON(local(2024, 3, 9)), false,
+         "unable to decode entry for type: Calories"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         world.store->removeObject("CaloriesData");
         world.store->removeObject("CaloriesWidgetInstalled");
         world.printed->clear();
-        if (c.stored && c.storeAsText) world.store->set("CaloriesData", *c.stored);
-        else if (c.stored) world.put("CaloriesData", *c.stored);
+        if (c.stored && c.storeAsText)
+            world.store->set("CaloriesData", *c.stored);
+        else if (c.stored)
+            world.put("CaloriesData", *c.stored);
 
         auto reader = readerWith(WidgetDataCacheType::calories);
         EXPECT_FALSE(readAndSettle(*reader, WidgetDataCacheType::calories));
@@ -105,7 +111,8 @@ TEST_F(WidgetDataCacheReaderTest, CurrentRecordsAreDeliveredOnTheMainQueue) {
     const Case cases[] = {
         {WidgetDataCacheType::calories, "CaloriesData", test::caloriesJSON(local(2024, 3, 9, 0, 0, 1))},
         {WidgetDataCacheType::calories, "CaloriesData", test::caloriesJSON(local(2024, 3, 12))},  // future
-        {WidgetDataCacheType::macronutrients, "MacronutrientsData", test::macronutrientsJSON(local(2024, 3, 9, 8))},
+        {WidgetDataCacheType::macronutrients, "MacronutrientsData",
+         test::macronutrientsJSON(local(2024, 3, 9, 8))},
         // Water never expires: last week's record is shown as it stands.
         {WidgetDataCacheType::water, "WaterEntryData", test::waterJSON(local(2024, 3, 2, 9))},
     };
@@ -167,7 +174,8 @@ TEST_F(WidgetDataCacheReaderTest, NextDayEntriesResetTheDayAtTheNextLocalMidnigh
     };
 
     // 2024-03-10 is 23 hours long in New York: the day is added on the calendar.
-    const auto today = decode(calories, WidgetDataCacheType::calories, test::caloriesJSON(local(2024, 3, 9, 15)));
+    const auto today =
+        decode(calories, WidgetDataCacheType::calories, test::caloriesJSON(local(2024, 3, 9, 15)));
     const auto next = calories->nextDayEntry(today, WidgetDataCacheType::calories);
     ASSERT_TRUE(next);
     auto wanted = std::get<CaloriesConsumedDataEntry>(today);
@@ -178,20 +186,25 @@ TEST_F(WidgetDataCacheReaderTest, NextDayEntriesResetTheDayAtTheNextLocalMidnigh
     wanted.progress = wanted.reverseProgress = wanted.exerciseProgress = 0;
     EXPECT_EQ(*next, AnyWidgetDataCacheEntry(wanted));
 
-    const auto fallBack = decode(calories, WidgetDataCacheType::calories, test::caloriesJSON(local(2024, 11, 2, 23, 30)));
-    EXPECT_EQ(entryDate(*calories->nextDayEntry(fallBack, WidgetDataCacheType::calories)), local(2024, 11, 3));
+    const auto fallBack =
+        decode(calories, WidgetDataCacheType::calories, test::caloriesJSON(local(2024, 11, 2, 23, 30)));
+    EXPECT_EQ(entryDate(*calories->nextDayEntry(fallBack, WidgetDataCacheType::calories)),
+              local(2024, 11, 3));
 
     const auto macrosToday =
         decode(macros, WidgetDataCacheType::macronutrients, test::macronutrientsJSON(local(2024, 3, 9, 8)));
-    const auto macrosNext = std::get<MacronutrientsDataEntry>(*macros->nextDayEntry(macrosToday, WidgetDataCacheType::macronutrients));
+    const auto macrosNext = std::get<MacronutrientsDataEntry>(
+        *macros->nextDayEntry(macrosToday, WidgetDataCacheType::macronutrients));
     auto macrosExpected = std::get<MacronutrientsDataEntry>(macrosToday);
     macrosExpected.date = Date{731739600};
     for (auto& [kind, value] : macrosExpected.values) value.value = 0;
     EXPECT_EQ(macrosNext, macrosExpected);
     EXPECT_EQ(macrosNext.values.size(), 2u) << "absent nutrients stay absent";
 
-    const auto waterToday = decode(water, WidgetDataCacheType::water, test::waterJSON(local(2024, 3, 9, 8), 900, "cups"));
-    const auto waterNext = std::get<WaterDataEntry>(*water->nextDayEntry(waterToday, WidgetDataCacheType::water));
+    const auto waterToday =
+        decode(water, WidgetDataCacheType::water, test::waterJSON(local(2024, 3, 9, 8), 900, "cups"));
+    const auto waterNext =
+        std::get<WaterDataEntry>(*water->nextDayEntry(waterToday, WidgetDataCacheType::water));
     EXPECT_EQ(waterNext.waterValue, 0.0f);
     EXPECT_EQ(waterNext.waterUnit, WaterWidgetUnit::cups);
     EXPECT_EQ(waterNext.date, Date{731739600});

@@ -1,0 +1,140 @@
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Widget/Providers/CaloriesWidgetProvider.hpp"
+#include "Widget/Providers/MacronutrientsWidgetProvider.hpp"
+#include "tests/Widget/Cache/ReaderTestSupport.hpp"
+
+namespace qrv::widget {
+namespace {
+
+using platform::Date;
+using platform::TimelineProviderContext;
+using platform::WidgetFamily;
+using test::local;
+
+std::vector<WidgetFetchEvent> recordedEvents(const platform::UserDefaults& store) {
+    std::vector<WidgetFetchEvent> events;
+    const auto stored = store.object("widget_events");
+    if (!stored) return events;
+    for (const auto& element : *stored->arrayValue())
+        events.push_back(WidgetFetchEvent::decode(*element.dataValue()).value());
+    return events;
+}
+
+class ProvidersTest : public ::testing::Test {
+  protected:
+    test::ReaderWorld world;
+};
+
+TEST_F(ProvidersTest, CaloriesTimelineRollsOverAtTheNextLocalMidnight) {
+    world.put("CaloriesData", test::caloriesJSON(local(2024, 3, 9, 14, 30)));
+    const auto provider = CaloriesWidgetProvider::make(world.environment());
+    std::optional<platform::Timeline<CaloriesConsumedDataEntry>> answer;
+    provider.getTimeline(TimelineProviderContext::forFamily(WidgetFamily::systemSmall), [&](auto timeline) {
+        EXPECT_TRUE(recordedEvents(*world.store).empty()) << "the event comes after the completion";
+        answer = std::move(timeline);
+    });
+    EXPECT_FALSE(answer) << "never answered on the calling thread";
+    world.settle();
+
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->policy, platform::TimelineReloadPolicy::atEnd());
+    ASSERT_EQ(answer->entries.size(), 2u);
+    const auto& [today, tomorrow] = std::tie(answer->entries[0], answer->entries[1]);
+    EXPECT_EQ(today.date, local(2024, 3, 9, 14, 30));
+    EXPECT_EQ(today.consumed, "1,900");
+    EXPECT_EQ(tomorrow.date, local(2024, 3, 10));
+    EXPECT_EQ(tomorrow.consumed, "0");
+    EXPECT_EQ(tomorrow.exercise, "0");
+    EXPECT_EQ(tomorrow.remaining, today.goal);
+    EXPECT_EQ(tomorrow.goalAdjustedForExercise, today.goalAdjustedForExercise);
+    EXPECT_EQ(tomorrow.progress + tomorrow.reverseProgress + tomorrow.exerciseProgress, 0.0);
+
+    const auto events = recordedEvents(*world.store);
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0], (WidgetFetchEvent{"widget_calories", "small", local(2024, 3, 9, 15)}));
+}
+
+TEST_F(ProvidersTest, MacronutrientTimelineZeroesEveryValueAndKeepsTheRest) {
+    world.put("MacronutrientsData", test::macronutrientsJSON(local(2024, 3, 9, 8)));
+    const auto provider = MacronutrientsWidgetProvider::make(world.environment());
+    std::optional<platform::Timeline<MacronutrientsDataEntry>> answer;
+    provider.getTimeline(TimelineProviderContext::forFamily(WidgetFamily::systemMedium),
+                         [&](auto timeline) { answer = std::move(timeline); });
+    world.settle();
+    ASSERT_TRUE(answer);
+    ASSERT_EQ(answer->entries.size(), 2u);
+    const auto& [today, tomorrow] = std::tie(answer->entries[0], answer->entries[1]);
+    ASSERT_EQ(tomorrow.values.size(), today.values.size());
+    for (const auto& [kind, value] : today.values) {
+        const auto& reset = tomorrow.values.at(kind);
+        EXPECT_EQ(reset.value, 0.0);
+        EXPECT_EQ(reset.title, value.title);
+        EXPECT_EQ(reset.maxValue, value.maxValue);
+        EXPECT_EQ(reset.type, value.type);
+    }
+    EXPECT_EQ(recordedEvents(*world.store).at(0).widgetName, "widget_macros");
+    EXPECT_EQ(recordedEvents(*world.store).at(0).widgetSize, "medium");
+}
+
+TEST_F(ProvidersTest, EverySnapshotAndTimelineRecordsItsCoarseSize) {
+    world.put("CaloriesData", test::caloriesJSON(local(2024, 3, 9, 14)));
+    const auto provider = CaloriesWidgetProvider::make(world.environment());
+    std::vector<std::string> expectedSizes;
+    int answers = 0;
+    for (auto family : platform::kAllWidgetFamilies) {
+        const auto context = TimelineProviderContext::forFamily(family);
+        provider.getSnapshot(context, [&](const CaloriesConsumedDataEntry& entry) {
+            EXPECT_EQ(entry.date, local(2024, 3, 9, 14));
+            ++answers;
+        });
+        provider.getTimeline(context, [&](auto) { ++answers; });
+        const std::string size = family == WidgetFamily::systemMedium ? "medium" : "small";
+        expectedSizes.insert(expectedSizes.end(), {size, size});
+    }
+    world.settle();
+    EXPECT_EQ(answers, 14);
+    std::vector<std::string> sizes;
+    for (const auto& event : recordedEvents(*world.store)) sizes.push_back(event.widgetSize);
+    EXPECT_EQ(sizes, expectedSizes);
+}
+
+TEST_F(ProvidersTest, NoCurrentRecordOrARecordOfAnotherKindGivesNoAnswerAndNoEvent) {
+    // Nothing stored; then a reader whose calories strategy decodes macronutrient records.
+    auto provider = CaloriesWidgetProvider::make(world.environment());
+    int answers = 0;
+    provider.getSnapshot(TimelineProviderContext{}, [&](auto) { ++answers; });
+    world.settle();
+    EXPECT_EQ(world.lines(), std::vector<std::string>{"unable to find data for type: Calories"});
+
+    world.put("CaloriesData", test::macronutrientsJSON(local(2024, 3, 9, 8)));
+    auto reader = WidgetDataCacheReader::make(world.environment());
+    reader->registerStrategy(
+        WidgetDataCacheType::calories,
+        std::make_shared<MacronutrientsDataReadStrategy>("CaloriesData", test::newYork(), world.clock));
+    provider = CaloriesWidgetProvider(reader, WidgetBackgroundFetchAnalytics(world.store, world.clock));
+    provider.getSnapshot(TimelineProviderContext{}, [&](auto) { ++answers; });
+    provider.getTimeline(TimelineProviderContext{}, [&](auto) { ++answers; });
+    world.settle();
+    EXPECT_EQ(answers, 0);
+    EXPECT_FALSE(world.store->object("widget_events"));
+    EXPECT_EQ(world.lines().size(), 1u) << "dropped silently";
+}
+
+TEST_F(ProvidersTest, PlaceholderIsTheSameSampleAndNeverTouchesTheStore) {
+    const auto calories = CaloriesWidgetProvider::make(world.environment());
+    const auto first = calories.placeholder(TimelineProviderContext::forFamily(WidgetFamily::systemSmall));
+    world.clock->advance(3600);
+    EXPECT_EQ(calories.placeholder(TimelineProviderContext::forFamily(WidgetFamily::accessoryInline)), first);
+    EXPECT_EQ(first, CaloriesConsumedDataEntry::makeSample(local(2024, 3, 9, 15)));
+    EXPECT_EQ(MacronutrientsWidgetProvider::make(world.environment()).placeholder({}).values.size(), 3u);
+    EXPECT_FALSE(std::filesystem::exists(world.store->filePath()));
+    EXPECT_EQ(world.background->pending() + world.main->pending(), 0u);
+}
+
+}  // namespace
+}  // namespace qrv::widget
