@@ -113,6 +113,9 @@ View AnimatedCircularProgressView::body() const {
                               .foregroundColor(config.subtitleColor)
                               .accessibilityIdentifier(config.subtitleAccessibilityId())},
                          HorizontalAlignment::center)
+                      // One line each: a figure split over two lines reads as two
+                      // numbers, so long ones shrink instead.
+                      .lineLimit(1)
                       .minimumScaleFactor(kTextMinimumScaleFactor)
                       .padding();
     return ZStack({ZStack(std::move(layers)), labels});
