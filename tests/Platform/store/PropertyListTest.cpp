@@ -63,22 +63,6 @@ TEST(StorePropertyList, RoundTripsEveryKindInBothFormats) {
     }
 }
 
-TEST(StorePropertyList, BinaryOutputIsABinaryPropertyList) {
-    const auto bytes = PropertyList::encode(Value(Value::Dictionary{{"k", Value(true)}}));
-    ASSERT_GE(bytes.size(), 8u);
-    EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 8), "bplist00");
-}
-
-TEST(StorePropertyList, LongArraysKeepTheirOrder) {
-    Value::Array items;
-    for (int i = 0; i < 5000; ++i) {
-        items.emplace_back(i);
-    }
-    const Value decoded = PropertyList::decode(PropertyList::encode(Value(items)));
-    ASSERT_NE(decoded.arrayValue(), nullptr);
-    EXPECT_EQ(*decoded.arrayValue(), items);
-}
-
 // A binary plist of {key: value} with the 'X' in key or value turned into NUL
 // (in UTF-16 strings both bytes of the code unit).
 std::string withNulInBinaryString(const std::string& key, const Value& value) {

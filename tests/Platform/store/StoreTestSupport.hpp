@@ -11,10 +11,7 @@
 #include <functional>
 #include <iterator>
 #include <string>
-#include <ostream>
 #include <vector>
-
-#include "Platform/store/PropertyListValue.hpp"
 
 namespace qrv::test {
 
@@ -115,42 +112,3 @@ inline std::string shellQuote(const std::string& text) {
 }
 
 }  // namespace qrv::test
-
-namespace qrv::platform {
-
-// Readable failure output for gtest.
-inline void PrintTo(const PropertyListValue& value, std::ostream* out) {
-    using Type = PropertyListValue::Type;
-    switch (value.type()) {
-        case Type::data: {
-            *out << "<data " << value.dataValue()->size() << " bytes>";
-            break;
-        }
-        case Type::boolean: *out << (*value.booleanValue() ? "true" : "false"); break;
-        case Type::integer: *out << *value.integerValue(); break;
-        case Type::real: *out << *value.realValue(); break;
-        case Type::string: *out << '"' << *value.stringValue() << '"'; break;
-        case Type::date: *out << "<date " << value.dateValue()->timeIntervalSinceReferenceDate << ">"; break;
-        case Type::array: {
-            *out << '[';
-            for (const auto& item : *value.arrayValue()) {
-                PrintTo(item, out);
-                *out << ", ";
-            }
-            *out << ']';
-            break;
-        }
-        case Type::dictionary: {
-            *out << '{';
-            for (const auto& [key, item] : *value.dictionaryValue()) {
-                *out << key << ": ";
-                PrintTo(item, out);
-                *out << ", ";
-            }
-            *out << '}';
-            break;
-        }
-    }
-}
-
-}  // namespace qrv::platform

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 
@@ -134,24 +135,6 @@ TEST(StoreUserDefaults, UpdateReadsModifiesAndWritesOneKey) {
     EXPECT_EQ(store->object("other"), Value("kept"));
 }
 
-TEST(StoreUserDefaults, WritesAreReadableByOthersAndLeaveNoTemporaryFiles) {
-    ScratchDirectory scratch;
-    auto store = UserDefaults::openSuite(kSuite, scratch.path());
-    ASSERT_TRUE(store);
-    store->set("a", Value(1));
-    store->set("b", Value(Value::Data{1, 2, 3}));
-
-    struct stat info {};
-    ASSERT_EQ(::stat(store->filePath().c_str(), &info), 0);
-    EXPECT_EQ(info.st_mode & 0777, 0644u);
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(store->filePath().parent_path())) {
-        names.push_back(entry.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    EXPECT_EQ(names, (std::vector<std::string>{"group.com.qrv.widgets.plist", "group.com.qrv.widgets.plist.lock"}));
-}
-
 TEST(StoreUserDefaults, UnreadableStoreIsMovedAsideNeverOverwritten) {
     ScratchDirectory scratch;
     auto store = UserDefaults::openSuite(kSuite, scratch.path());
@@ -163,6 +146,12 @@ TEST(StoreUserDefaults, UnreadableStoreIsMovedAsideNeverOverwritten) {
         // Parses, but is not a dictionary of keys.
         "<?xml version=\"1.0\"?><plist version=\"1.0\"><array><true/></array></plist>",
     };
+    // Missing and empty files are simply empty stores.
+    EXPECT_TRUE(store->dictionaryRepresentation().empty());
+    test::writeBytes(store->filePath(), "");
+    EXPECT_TRUE(store->dictionaryRepresentation().empty());
+    EXPECT_TRUE(corruptCopiesIn(preferences).empty());
+
     std::size_t expectedCopies = 0;
     for (const auto& contents : unreadable) {
         SCOPED_TRACE(contents);
@@ -187,17 +176,6 @@ TEST(StoreUserDefaults, UnreadableStoreIsMovedAsideNeverOverwritten) {
     auto expected = unreadable;
     std::sort(expected.begin(), expected.end());
     EXPECT_EQ(kept, expected);
-}
-
-TEST(StoreUserDefaults, EmptyOrMissingFileIsAnEmptyStore) {
-    ScratchDirectory scratch;
-    auto store = UserDefaults::atPath(scratch.path() / "e.plist");
-    EXPECT_TRUE(store->dictionaryRepresentation().empty());
-    test::writeBytes(store->filePath(), "");
-    EXPECT_TRUE(store->dictionaryRepresentation().empty());
-    store->set("k", Value(1));
-    EXPECT_EQ(store->object("k"), Value(1));
-    EXPECT_TRUE(corruptCopiesIn(scratch.path()).empty());
 }
 
 TEST(StoreUserDefaults, FailedWriteThrowsAndKeepsTheFile) {
@@ -266,10 +244,7 @@ TEST(StoreUserDefaults, LocationsFollowTheEnvironment) {
     EXPECT_EQ(currentProgramName(), "tests_platform");
 }
 
-TEST(StoreUserDefaults, PlistutilAndTheStoreReadEachOther) {
-    if (!test::haveProgram("plistutil")) {
-        GTEST_SKIP() << "plistutil not installed (Debian package libplist-utils)";
-    }
+TEST(StoreUserDefaults, PlistutilAndTheStoreReadEachOtherAndNothingIsLeftBehind) {
     ScratchDirectory scratch;
     auto store = UserDefaults::openSuite(kSuite, scratch.path());
     ASSERT_TRUE(store);
@@ -277,6 +252,20 @@ TEST(StoreUserDefaults, PlistutilAndTheStoreReadEachOther) {
     store->set("WaterEntryData", Value(Value::Data{'{', '}'}));
     store->set("Count", Value(-7));
     store->set("Note", Value("Caf\u00e9"));
+
+    struct stat info {};
+    ASSERT_EQ(::stat(store->filePath().c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0644u);
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(store->filePath().parent_path())) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<std::string>{"group.com.qrv.widgets.plist", "group.com.qrv.widgets.plist.lock"}));
+
+    if (!test::haveProgram("plistutil")) {
+        GTEST_SKIP() << "plistutil not installed (Debian package libplist-utils)";
+    }
 
     std::string xml;
     ASSERT_TRUE(test::runShell("plistutil -i " + test::shellQuote(store->filePath().string()) + " -f xml -o -", xml));
