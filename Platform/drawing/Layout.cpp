@@ -472,8 +472,8 @@ LayoutNode place(Box& box, const Rect& frame, ProposedSize p, Context& ctx) {
 
 std::string fmt(double v) {
     char buf[64];
-    std::snprintf(buf, sizeof buf, "%.2f", v == 0 ? 0.0 : v);
-    return buf;
+    std::snprintf(buf, sizeof buf, "%.2f", v);
+    return std::string(buf) == "-0.00" ? "0.00" : buf;
 }
 
 std::string kindName(const LayoutNode& n) {

@@ -150,6 +150,9 @@ std::optional<TextLayout> attempt(const std::string& text, const Environment& en
             std::string rest(paras[pieces[i].paragraph].substr(pieces[i].line.start));
             for (std::size_t p = pieces[i].paragraph + 1; p < paras.size(); ++p) rest += " " + std::string(paras[p]);
             line = wrapper.truncate(rest);
+            // With room to spare (no width limit) the rest fits whole; the line
+            // still has to say that text was left out.
+            if (line == rest) line = wrapper.truncate(pieces[i].line.text + kEllipsis);
             out.truncated = true;
         }
         double w = wrapper.width(line);

@@ -123,6 +123,8 @@ TEST(Layout, TextWrapsThenShrinksThenTruncates) {
          {30, 24}},
         {"cuts fall between characters, not bytes", Text("ééééé").lineLimit(1), 20, 1, "éé…", {18, 12}},
         {"line breaks in the text start new lines", Text("a\nbb"), 30, 1, "a|bb", {12, 24}},
+        {"lines beyond the limit end the last line with an ellipsis", Text("a\nbb\nc").lineLimit(2), 30, 1,
+         "a|bb…", {18, 24}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
