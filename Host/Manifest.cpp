@@ -1,0 +1,133 @@
+#include "Host/Manifest.hpp"
+
+#include <cmath>
+
+#include "Platform/coding/JSONWriter.hpp"
+#include "Platform/time/ISO8601.hpp"
+
+namespace qrv::host {
+
+using platform::JSONWriter;
+
+std::string_view schemeName(platform::ColorScheme scheme) {
+    return scheme == platform::ColorScheme::dark ? "dark" : "light";
+}
+
+std::string_view momentName(EntryMoment moment) { return moment == EntryMoment::now ? "now" : "nextMidnight"; }
+
+void ManifestImage::describe(const platform::DisplayList& list, const TapRules& rules) {
+    size = list.size;
+    auto targets = reachableTargets(list, rules);
+    widgetURL = std::move(targets.widgetURL);
+    links = std::move(targets.links);
+    buttons = std::move(targets.buttons);
+    texts.clear();
+    for (const auto& text : list.texts) {
+        std::optional<std::string> id;
+        if (!text.accessibilityIdentifier.empty()) id = text.accessibilityIdentifier;
+        texts.push_back({std::move(id), text.text, text.shown, text.rect});
+    }
+}
+
+namespace {
+
+// Hundredths of a point are finer than any pixel the host draws.
+double rounded(double value) { return std::round(value * 100) / 100; }
+
+void writeRect(JSONWriter& json, const platform::Rect& rect) {
+    json.beginObject()
+        .key("x")
+        .number(rounded(rect.minX()))
+        .key("y")
+        .number(rounded(rect.minY()))
+        .key("width")
+        .number(rounded(rect.width()))
+        .key("height")
+        .number(rounded(rect.height()))
+        .endObject();
+}
+
+void writeSize(JSONWriter& json, platform::Size size) {
+    json.beginObject().key("width").number(rounded(size.width)).key("height").number(rounded(size.height)).endObject();
+}
+
+void writeOptional(JSONWriter& json, const std::optional<std::string>& text) {
+    if (text)
+        json.string(*text);
+    else
+        json.null();
+}
+
+void writeImage(JSONWriter& json, const ManifestImage& image, const platform::Calendar& calendar) {
+    json.beginObject();
+    json.key("kind").string(image.kind);
+    json.key("family").string(platform::name(image.family));
+    json.key("scheme").string(schemeName(image.scheme));
+    json.key("entryDate").string(platform::formatISO8601(image.entryDate, calendar));
+    json.key("moment").string(momentName(image.moment));
+    json.key("placeholder").boolean(image.placeholder);
+    json.key("png").string(image.png);
+    json.key("svg").string(image.svg);
+    json.key("size");
+    writeSize(json, image.size);
+    json.key("widgetURL");
+    writeOptional(json, image.widgetURL);
+    json.key("links").beginArray();
+    for (const auto& link : image.links) {
+        json.beginObject().key("url").string(link.url).key("rect");
+        writeRect(json, link.rect);
+        json.endObject();
+    }
+    json.endArray();
+    json.key("buttons").beginArray();
+    for (const auto& button : image.buttons) {
+        json.beginObject().key("intent").string(button.intent.intent).key("parameters").beginArray();
+        for (const auto& parameter : button.intent.parameters) json.string(parameter);
+        json.endArray().key("rect");
+        writeRect(json, button.rect);
+        json.endObject();
+    }
+    json.endArray();
+    json.key("texts").beginArray();
+    for (const auto& text : image.texts) {
+        json.beginObject().key("id");
+        writeOptional(json, text.id);
+        json.key("text").string(text.text).key("shown").string(text.shown).key("rect");
+        writeRect(json, text.rect);
+        json.endObject();
+    }
+    json.endArray();
+    json.endObject();
+}
+
+}  // namespace
+
+std::string Manifest::toJSON(const platform::Calendar& calendar) const {
+    JSONWriter json;
+    json.beginObject();
+    json.key("device").string(device);
+    json.key("os").integer(systemVersion);
+    json.key("now").string(platform::formatISO8601(now, calendar));
+    json.key("widgets").beginArray();
+    for (const auto& widget : widgets) {
+        json.beginObject()
+            .key("kind")
+            .string(widget.kind)
+            .key("displayName")
+            .string(widget.displayName)
+            .key("description")
+            .string(widget.description)
+            .key("families")
+            .beginArray();
+        for (auto family : widget.families) json.string(platform::name(family));
+        json.endArray().endObject();
+    }
+    json.endArray();
+    json.key("images").beginArray();
+    for (const auto& image : images) writeImage(json, image, calendar);
+    json.endArray();
+    json.endObject();
+    return std::move(json).take();
+}
+
+}  // namespace qrv::host

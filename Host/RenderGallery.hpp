@@ -1,0 +1,56 @@
+#pragma once
+// Rendering the whole gallery into a directory: for each widget offered and
+// each family it supports on the device, the provider is asked for its
+// timeline as the widget host asks (all requests at once; whatever has not
+// answered by the end of the wait shows its placeholder, as on the phone), and
+// the entry shown now and the one that takes over at the next midnight are
+// drawn in each colour scheme to PNG and SVG. manifest.json and index.html
+// describe the result.
+#include <chrono>
+#include <filesystem>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "Host/DeviceProfile.hpp"
+#include "Host/Manifest.hpp"
+#include "Platform/drawing/Color.hpp"
+#include "Widget/Cache/WidgetDataCacheReaderEnvironment.hpp"
+#include "Widget/Widgets/WidgetConfiguration.hpp"
+
+namespace qrv::host {
+
+struct GalleryOptions {
+    std::filesystem::path out;
+    DeviceProfile device = DeviceProfile::phone();
+    // Empty: every widget offered, every family each supports.
+    std::vector<std::string> widgets;  // kinds or the host's short names
+    std::vector<platform::WidgetFamily> families;
+    std::vector<platform::ColorScheme> schemes{platform::ColorScheme::light, platform::ColorScheme::dark};
+    double scale = 2;  // PNG pixels per point
+    std::chrono::milliseconds wait{2000};
+    std::string language = "en";  // of the page
+};
+
+// A file that could not be written or an image that could not be drawn.
+class GalleryError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+struct GalleryResult {
+    Manifest manifest;
+    std::filesystem::path index;
+};
+
+// `widgets` are the bundle's widgets for the device's system version, in
+// gallery order. Progress goes to `progress`, one line per image. Throws
+// GalleryError.
+GalleryResult renderGallery(const std::vector<widget::WidgetConfiguration>& widgets, const GalleryOptions& options,
+                            const widget::WidgetDataCacheReaderEnvironment& environment, std::ostream& progress);
+
+// Whether `name` names the widget: its kind or the host's short name for it.
+bool namesWidget(const widget::WidgetConfiguration& widget, std::string_view name);
+
+}  // namespace qrv::host
