@@ -98,10 +98,6 @@ void writeFile(const std::filesystem::path& path, const void* bytes, std::size_t
 
 GalleryResult renderGallery(const std::vector<widget::WidgetConfiguration>& widgets, const GalleryOptions& options,
                             const widget::WidgetDataCacheReaderEnvironment& environment, std::ostream& progress) {
-    std::error_code error;
-    std::filesystem::create_directories(options.out, error);
-    if (error) throw GalleryError("cannot create " + options.out.string() + ": " + error.message());
-
     GalleryResult result;
     Manifest& manifest = result.manifest;
     manifest.device = options.device.name;
@@ -112,6 +108,10 @@ GalleryResult renderGallery(const std::vector<widget::WidgetConfiguration>& widg
                                     widget.supportedFamilies()});
 
     const auto requests = requestsFor(widgets, options, environment);
+    if (requests.empty()) throw NothingToDraw("none of the chosen widgets supports the chosen families here");
+    std::error_code error;
+    std::filesystem::create_directories(options.out, error);
+    if (error) throw GalleryError("cannot create " + options.out.string() + ": " + error.message());
     const auto timelines = askAll(requests, options.wait);
 
     const platform::Painter painter(widgetIconDirectory());

@@ -39,6 +39,12 @@ class GalleryError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// The chosen widgets and families leave nothing to draw; nothing is written.
+class NothingToDraw : public GalleryError {
+  public:
+    using GalleryError::GalleryError;
+};
+
 struct GalleryResult {
     Manifest manifest;
     std::filesystem::path index;
@@ -46,7 +52,7 @@ struct GalleryResult {
 
 // `widgets` are the bundle's widgets for the device's system version, in
 // gallery order. Progress goes to `progress`, one line per image. Throws
-// GalleryError.
+// GalleryError (NothingToDraw before writing anything).
 GalleryResult renderGallery(const std::vector<widget::WidgetConfiguration>& widgets, const GalleryOptions& options,
                             const widget::WidgetDataCacheReaderEnvironment& environment, std::ostream& progress);
 
