@@ -101,6 +101,7 @@ std::unique_ptr<Box> build(const View& view, const Environment& env, std::option
                    [&](const LinkNode& l) { box->kids.push_back(build(l.label, env)); },
                    [&](const ButtonNode& b) { box->kids.push_back(build(styledButtonLabel(b, env), env)); },
                    [&](const FrameNode& f) { box->kids.push_back(build(f.child, env)); },
+                   [&](const FixedSizeNode& f) { box->kids.push_back(build(f.child, env, parentAxis, parentSpacing)); },
                    [&](const PaddingNode& p) { box->kids.push_back(build(p.child, env)); },
                    [&](const LayerNode& l) {
                        box->kids.push_back(build(l.child, env, parentAxis, parentSpacing));
@@ -177,6 +178,10 @@ ProposedSize shrink(ProposedSize p, EdgeInsets e) {
     return {sub(p.width, e.horizontal()), sub(p.height, e.vertical())};
 }
 
+ProposedSize fixedProposal(const FixedSizeNode& f, ProposedSize p) {
+    return {f.horizontal ? std::nullopt : p.width, f.vertical ? std::nullopt : p.height};
+}
+
 Size naturalImageSize(const ImageNode& image, Context& ctx) {
     if (!ctx.images) return {};
     return ctx.images->naturalSize(image.spec.name).value_or(Size{});
@@ -227,6 +232,7 @@ Size computeSize(Box& box, ProposedSize p, Context& ctx) {
             [&](const LinkNode&) { return sizeOf(*box.kids[0], p, ctx); },
             [&](const ButtonNode&) { return sizeOf(*box.kids[0], p, ctx); },
             [&](const FrameNode& f) { return frameAnswer(f, p, sizeOf(*box.kids[0], frameChildProposal(f, p), ctx)); },
+            [&](const FixedSizeNode& f) { return sizeOf(*box.kids[0], fixedProposal(f, p), ctx); },
             [&](const PaddingNode& pad) {
                 Size child = sizeOf(*box.kids[0], shrink(p, pad.insets), ctx);
                 return Size{std::max(0.0, child.width + pad.insets.horizontal()),
@@ -437,6 +443,9 @@ LayoutNode place(Box& box, const Rect& frame, ProposedSize p, Context& ctx) {
                 Alignment a = std::visit([](const auto& spec) { return spec.alignment; }, f.frame);
                 out.children.push_back(placeInside(*box.kids[0], frame, frameChildProposal(f, p), a, ctx));
             },
+            [&](const FixedSizeNode& f) {
+                out.children.push_back(placeInside(*box.kids[0], frame, fixedProposal(f, p), Alignment::center, ctx));
+            },
             [&](const PaddingNode& pad) {
                 ProposedSize inner = shrink(p, pad.insets);
                 Size s = sizeOf(*box.kids[0], inner, ctx);
@@ -506,6 +515,7 @@ std::string kindName(const LayoutNode& n) {
             [&](const LinkNode& l) -> std::string { return "Link \"" + l.url + "\""; },
             [&](const ButtonNode& b) -> std::string { return "Button " + b.intent.intent; },
             [&](const FrameNode&) -> std::string { return "Frame"; },
+            [&](const FixedSizeNode&) -> std::string { return "FixedSize"; },
             [&](const PaddingNode&) -> std::string { return "Padding"; },
             [&](const LayerNode& l) -> std::string {
                 return l.kind == LayerKind::background ? "Background" : l.kind == LayerKind::overlay ? "Overlay" : "Mask";
@@ -516,7 +526,8 @@ std::string kindName(const LayoutNode& n) {
                 return std::visit(Overloaded{
                                       [](const OpacityEffect& o) { return "Opacity " + fmt(o.alpha); },
                                       [](const TransformEffect& t) -> std::string {
-                                          return t.kind == TransformEffect::Kind::rotation ? "Rotation" : "Scale";
+                                          static const char* names[] = {"Rotation", "Scale", "Offset"};
+                                          return names[static_cast<int>(t.kind)];
                                       },
                                       [](const AccessibilityIdentifierEffect& a) { return "Identifier \"" + a.identifier + "\""; },
                                       [](const WidgetURLEffect& w) { return "WidgetURL \"" + w.url + "\""; },

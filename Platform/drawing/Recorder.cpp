@@ -49,6 +49,7 @@ void collectClip(const LayoutNode& n, const AffineTransform& t, ClipParts& parts
                    },
                    [&](const StackNode&) { children(t); },
                    [&](const FrameNode&) { children(t); },
+                   [&](const FixedSizeNode&) { children(t); },
                    [&](const PaddingNode&) { children(t); },
                    [&](const GeometryReaderNode&) { children(t); },
                    [&](const LinkNode&) { children(t); },
@@ -224,12 +225,16 @@ private:
                            if (t.kind == TransformEffect::Kind::scale && (t.sx == 0 || t.sy == 0)) return;
                            Point pivot = t.anchor.in(n.frame);
                            emit(op::Save{});
-                           emit(op::Translate{pivot.x, pivot.y});
-                           if (t.kind == TransformEffect::Kind::rotation)
-                               emit(op::Rotate{t.angle});
-                           else
-                               emit(op::Scale{t.sx, t.sy});
-                           emit(op::Translate{-pivot.x, -pivot.y});
+                           if (t.kind == TransformEffect::Kind::offset) {
+                               emit(op::Translate{t.sx, t.sy});
+                           } else {
+                               emit(op::Translate{pivot.x, pivot.y});
+                               if (t.kind == TransformEffect::Kind::rotation)
+                                   emit(op::Rotate{t.angle});
+                               else
+                                   emit(op::Scale{t.sx, t.sy});
+                               emit(op::Translate{-pivot.x, -pivot.y});
+                           }
                            AffineTransform saved = ctm_;
                            ctm_ = AffineTransform::translation(-pivot.x, -pivot.y)
                                       .then(t.linear())

@@ -12,6 +12,7 @@
 //                   strokes' outlines are built here), else PushGroup/PushMask
 //   opacity         PushGroup ... PopGroup(opacity) (nothing at all at 0)
 //   rotation, scale Save, Translate(pivot), Rotate|Scale, Translate(-pivot) ... Restore
+//   offset          Save, Translate(x, y) ... Restore
 //   Link, Button    a hit region over their frame, then their label
 //   widgetURL       the display list's widget URL (the last one drawn wins)
 // Texts drawn inside a mask are not listed: they only shape the mask.

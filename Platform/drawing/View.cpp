@@ -57,6 +57,10 @@ View View::frame(const FlexibleFrame& f) const {
     return View(make(FrameNode{*this, clean}));
 }
 
+View View::fixedSize(bool horizontal, bool vertical) const {
+    return View(make(FixedSizeNode{*this, horizontal, vertical}));
+}
+
 View View::padding(double length) const { return padding(EdgeInsets::all(length)); }
 View View::padding(Edges edges, double length) const {
     EdgeInsets e;
@@ -90,6 +94,10 @@ View View::mask(const View& maskView, Alignment alignment) const {
 View View::containerBackground(const View& background) const {
     return View(make(ContainerBackgroundNode{*this, background}));
 }
+
+View View::clipped() const { return mask(Rectangle().fill(Color::black())); }
+View View::clipShape(const Shape& shape) const { return mask(shape.fill(Color::black())); }
+View View::cornerRadius(double radius) const { return clipShape(RoundedRectangle(radius)); }
 
 View View::foregroundColor(const Color& color) const {
     return withEnvironment(*this, [color](Environment& e) { e.foregroundColor = color; });
@@ -127,6 +135,9 @@ View View::rotationEffect(Angle angle, UnitPoint anchor) const {
 View View::scaleEffect(double s, UnitPoint anchor) const { return scaleEffect(s, s, anchor); }
 View View::scaleEffect(double x, double y, UnitPoint anchor) const {
     return withEffect(*this, TransformEffect{TransformEffect::Kind::scale, 0, finiteOr(x, 1), finiteOr(y, 1), anchor});
+}
+View View::offset(double x, double y) const {
+    return withEffect(*this, TransformEffect{TransformEffect::Kind::offset, 0, finiteOr(x, 0), finiteOr(y, 0), {}});
 }
 View View::opacity(double alpha) const {
     return withEffect(*this, OpacityEffect{std::clamp(finiteOr(alpha, 1), 0.0, 1.0)});

@@ -46,6 +46,7 @@
 namespace qrv::platform {
 
 struct ViewNode;
+class Shape;
 
 // ---------------------------------------------------------------------------
 // Small vocabulary
@@ -157,6 +158,9 @@ public:
     [[nodiscard]] View padding(double length = kDefaultPadding) const;
     [[nodiscard]] View padding(Edges edges, double length = kDefaultPadding) const;
     [[nodiscard]] View padding(EdgeInsets insets) const;
+    // Takes its ideal size on the chosen axes whatever it is offered (a text
+    // that must not wrap, a divider that must not stretch).
+    [[nodiscard]] View fixedSize(bool horizontal = true, bool vertical = true) const;
 
     // Layers: sized by this view, drawn behind (background), in front
     // (overlay). A colour layer ignores the safe-area edges given: where this
@@ -169,6 +173,10 @@ public:
     [[nodiscard]] View mask(const View& mask, Alignment alignment = Alignment::center) const;
     // The widget's removable background, drawn under everything, edge to edge.
     [[nodiscard]] View containerBackground(const View& background) const;
+    // Clipping: to the frame, to a shape in the frame, to a rounded frame.
+    [[nodiscard]] View clipped() const;
+    [[nodiscard]] View clipShape(const Shape& shape) const;
+    [[nodiscard]] View cornerRadius(double radius) const;
 
     // Environment.
     [[nodiscard]] View foregroundColor(const Color& color) const;
@@ -188,6 +196,8 @@ public:
     // A scale of -1 on one axis mirrors the view.
     [[nodiscard]] View scaleEffect(double x, double y, UnitPoint anchor = UnitPoint::center()) const;
     [[nodiscard]] View opacity(double alpha) const;
+    // Drawn moved by (x, y); its place in the layout does not change.
+    [[nodiscard]] View offset(double x, double y) const;
 
     // Identification and taps.
     [[nodiscard]] View accessibilityIdentifier(std::string identifier) const;

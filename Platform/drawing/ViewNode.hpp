@@ -51,6 +51,10 @@ struct FrameNode {
     View child{};
     std::variant<FixedFrame, FlexibleFrame> frame{};
 };
+struct FixedSizeNode {
+    View child{};
+    bool horizontal = true, vertical = true;
+};
 struct PaddingNode {
     View child{};
     EdgeInsets insets{};
@@ -76,15 +80,20 @@ struct OpacityEffect {
     double alpha = 1;
 };
 struct TransformEffect {
-    enum class Kind { rotation, scale };
+    enum class Kind { rotation, scale, offset };
     Kind kind = Kind::rotation;
     double angle = 0;       // radians, for a rotation
-    double sx = 1, sy = 1;  // for a scale
+    double sx = 1, sy = 1;  // for a scale; the distances of an offset
     UnitPoint anchor{};
 
     // The transform about the origin (the anchor is moved there first).
     AffineTransform linear() const {
-        return kind == Kind::rotation ? AffineTransform::rotation(angle) : AffineTransform::scaling(sx, sy);
+        switch (kind) {
+            case Kind::rotation: return AffineTransform::rotation(angle);
+            case Kind::scale: return AffineTransform::scaling(sx, sy);
+            case Kind::offset: return AffineTransform::translation(sx, sy);
+        }
+        return {};
     }
 };
 struct AccessibilityIdentifierEffect {
@@ -104,7 +113,7 @@ struct EffectNode {
 
 struct ViewNode {
     std::variant<EmptyNode, TextNode, ShapeNode, ColorNode, ImageNode, StackNode, SpacerNode, DividerNode,
-                 GeometryReaderNode, EnvironmentReaderNode, LinkNode, ButtonNode, FrameNode, PaddingNode,
+                 GeometryReaderNode, EnvironmentReaderNode, LinkNode, ButtonNode, FrameNode, FixedSizeNode, PaddingNode,
                  LayerNode, ContainerBackgroundNode, EnvironmentNode, EffectNode>
         content{};
 };

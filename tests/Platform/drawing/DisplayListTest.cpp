@@ -88,8 +88,9 @@ TEST(DisplayList, GoldenMasksGroupsAndTransforms) {
                       .tint(kBrand)
                       .opacity(0.5);
     View dark = Rectangle().fill(kInk).frame(10, 10).colorScheme(ColorScheme::dark);
+    View rounded = Rectangle().fill(kStripe).frame(16, 12).offset(2, -3).cornerRadius(4);
     View all = VStack({HStack({maskedByStroke.frame(30, 30), maskedByTranslucent.frame(20, 20), mirrored.frame(30, 30)}),
-                       HStack({button, dark})});
+                       HStack({button, dark, rounded})});
     expectGolden("masks_groups_transforms", recorded(all, {140, 90}));
 }
 

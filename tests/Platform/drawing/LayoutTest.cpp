@@ -65,6 +65,12 @@ TEST(Layout, FramesOfSmallTrees) {
          "      Color red (24.00, 0.00, 38.00, 20.00)\n"
          "    Frame (62.00, 0.00, 38.00, 20.00)\n"
          "      Color blue (62.00, 0.00, 38.00, 20.00)\n"},
+        {"a fixed-size text keeps its ideal width; its neighbour wraps into what is left",
+         HStack({Text("abcdefghij").fixedSize(), Text("abcdefghij")}, VerticalAlignment::center, 0), {70, 24},
+         "HStack (2.00, 0.00, 66.00, 24.00)\n"
+         "  FixedSize (2.00, 6.00, 60.00, 12.00)\n"
+         "    Text \"abcdefghij\" (2.00, 6.00, 60.00, 12.00)\n"
+         "  Text \"abcdefghij\" shows \"a|…\" (62.00, 0.00, 6.00, 24.00)\n"},
         {"geometry reader offers its whole size and places at the top-leading corner",
          GeometryReader([](Size s) { return View(Rectangle().frame(s.width / 2, s.height / 4)); }), {80, 40},
          "GeometryReader (0.00, 0.00, 80.00, 40.00)\n"
