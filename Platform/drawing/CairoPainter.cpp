@@ -142,8 +142,13 @@ public:
         GError* error = nullptr;
         RsvgHandle* h = directory_.empty() ? nullptr : rsvg_handle_new_from_file(file.c_str(), &error);
         if (!h) {
-            std::fprintf(stderr, "drawing: no icon \"%s\" (%s): %s\n", key.c_str(), file.c_str(),
-                         error ? error->message : "no icon directory");
+            std::error_code ec;
+            if (directory_.empty())
+                std::fprintf(stderr, "drawing: no icon \"%s\": no icon directory given\n", key.c_str());
+            else if (!std::filesystem::exists(file, ec))
+                std::fprintf(stderr, "drawing: no icon \"%s\": %s does not exist\n", key.c_str(), file.c_str());
+            else
+                std::fprintf(stderr, "drawing: no icon \"%s\": %s\n", key.c_str(), error ? error->message : "unreadable");
             if (error) g_error_free(error);
         }
         return handles_.emplace(key, GObjectPtr<RsvgHandle>(h)).first->second.get();

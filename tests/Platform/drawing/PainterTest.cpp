@@ -21,6 +21,7 @@ std::filesystem::path iconDirectory() {
         std::filesystem::create_directories(d);
         std::ofstream(d / "Square.svg") << R"(<svg xmlns="http://www.w3.org/2000/svg" width="10" height="10">)"
                                         << R"(<rect width="10" height="10" fill="black"/></svg>)";
+        std::ofstream(d / "Broken.svg") << "<svg this is not";
         return d;
     }();
     return dir;
@@ -189,9 +190,10 @@ TEST(Painter, IconsHaveNaturalSizesAreTintedAndMissingOnesAreReportedOnce) {
     EXPECT_EQ(plain.pixel(2, 2), (Rgba{0, 0, 0, 1}));
 
     testing::internal::CaptureStderr();
-    Raster missing = draw(HStack({Image("Nowhere").resizable(), Image("Nowhere").resizable()}), {20, 20});
+    Raster missing = draw(HStack({Image("Nowhere").resizable(), Image("Nowhere").resizable(), Image("Broken")}), {20, 20});
     std::string err = testing::internal::GetCapturedStderr();
     EXPECT_EQ(paintedPixels(missing), 0);
+    EXPECT_NE(err.find("no icon \"Broken\""), std::string::npos) << err;
     const std::string report = "no icon \"Nowhere\"";
     EXPECT_NE(err.find(report), std::string::npos) << err;
     EXPECT_EQ(err.find(report), err.rfind(report)) << err;
