@@ -503,7 +503,7 @@ std::string kindName(const LayoutNode& n) {
                 static const char* kinds[] = {"Rectangle", "RoundedRectangle", "Circle", "Ellipse", "Capsule", "Path"};
                 return std::string(kinds[static_cast<int>(s.geometry.kind)]) + (s.stroke ? " stroke" : " fill");
             },
-            [&](const ColorNode& c) -> std::string { return "Color " + c.color.name; },
+            [&](const ColorNode& c) -> std::string { return c.color.name.empty() ? "Color" : "Color " + c.color.name; },
             [&](const ImageNode& i) -> std::string { return "Image \"" + i.spec.name + "\""; },
             [&](const StackNode& s) -> std::string {
                 return s.axis == StackAxis::vertical ? "VStack" : s.axis == StackAxis::horizontal ? "HStack" : "ZStack";
