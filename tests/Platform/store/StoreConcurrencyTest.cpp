@@ -38,7 +38,7 @@ std::set<std::string> tagsUnder(const UserDefaults& store, const std::string& ke
 }
 
 TEST(StoreConcurrency, TwoProcessesAppendingLoseNothing) {
-    test::ScratchDirectory scratch;
+    test::ScratchDirectory scratch(test::memoryBackedTemporaryDirectory());
     auto store = UserDefaults::openSuite("group.com.qrv.widgets", scratch.path());
     ASSERT_TRUE(store);
     store->set("unrelated", Value("kept"));
@@ -86,7 +86,7 @@ TEST(StoreConcurrency, TwoProcessesAppendingLoseNothing) {
 }
 
 TEST(StoreConcurrency, ThreadsSharingOrNotSharingAHandleLoseNothing) {
-    test::ScratchDirectory scratch;
+    test::ScratchDirectory scratch(test::memoryBackedTemporaryDirectory());
     auto shared = UserDefaults::openSuite("group.com.qrv.widgets", scratch.path());
     ASSERT_TRUE(shared);
     constexpr int kPerThread = 50;

@@ -17,8 +17,8 @@ namespace qrv::test {
 
 class ScratchDirectory {
 public:
-    ScratchDirectory() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "qrv-store-XXXXXX").string();
+    explicit ScratchDirectory(const std::filesystem::path& base = std::filesystem::temp_directory_path()) {
+        std::string pattern = (base / "qrv-store-XXXXXX").string();
         if (::mkdtemp(pattern.data()) == nullptr) {
             std::perror("mkdtemp");
             std::abort();
@@ -45,6 +45,15 @@ public:
 private:
     std::filesystem::path path_;
 };
+
+// A memory file system where there is one: tests of locking need no disk flushes.
+inline std::filesystem::path memoryBackedTemporaryDirectory() {
+    std::error_code error;
+    if (std::filesystem::is_directory("/dev/shm", error) && ::access("/dev/shm", W_OK) == 0) {
+        return "/dev/shm";
+    }
+    return std::filesystem::temp_directory_path();
+}
 
 // Runs body in a forked child and returns its exit status (-1 if it did not exit
 // normally). The child never returns into the test framework.
