@@ -1,7 +1,7 @@
 #include "Widget/Cache/InteractiveWidgetDataCacheWriter.hpp"
 
 #include <cmath>
-#include <iostream>
+#include <cstdio>
 
 #include "Widget/Cache/WidgetSettings.hpp"
 
@@ -28,6 +28,13 @@ void keepUnreadable(platform::UserDefaults& store, const std::string& key, const
         values.push_back(value);
         return PropertyListValue(std::move(values));
     });
+}
+
+// One write per line, so lines from several threads never interleave.
+void printLine(std::string line) {
+    line += '\n';
+    std::fwrite(line.data(), 1, line.size(), stdout);
+    std::fflush(stdout);
 }
 
 }  // namespace
@@ -95,17 +102,16 @@ InteractiveWriteResult InteractiveWidgetDataCacheWriter::write(const Interactive
                 const std::string safeKey = unreadableKey(key);
                 keepUnreadable(*target, safeKey, unreadable.value());
                 replaceable = unreadable.value();
-                std::cout << "unable to decode stored data for type: " << typeName(type)
-                          << "; kept it under " << safeKey << " and carried over the records that still read"
-                          << std::endl;
+                printLine("unable to decode stored data for type: " + std::string(typeName(type)) +
+                          "; kept it under " + safeKey + " and carried over the records that still read");
             }
         }
-        std::cout << "unable to store data for type: " << typeName(type) << ": the stored value keeps changing"
-                  << std::endl;
+        printLine("unable to store data for type: " + std::string(typeName(type)) +
+                  ": the stored value keeps changing");
     } catch (const InteractiveDataEncodingError& error) {
-        std::cout << "unable to encode data for type: " << typeName(type) << ": " << error.what() << std::endl;
+        printLine("unable to encode data for type: " + std::string(typeName(type)) + ": " + error.what());
     } catch (const std::exception& error) {
-        std::cout << "unable to store data for type: " << typeName(type) << ": " << error.what() << std::endl;
+        printLine("unable to store data for type: " + std::string(typeName(type)) + ": " + error.what());
     }
     return InteractiveWriteResult::failed;
 }
