@@ -145,23 +145,6 @@ TEST(AnimatedCircularProgressView, EndShadowLiesUnderTheArcAndReachesJustPastIt)
     EXPECT_LT(lastShadow, firstClip);
 }
 
-TEST(AnimatedCircularProgressView, OverageStripesAreClippedToTheArcOutline) {
-    const DisplayList list = ring(1.25, 0);
-    const op::ClipPath* clip = nullptr;
-    for (const auto& o : list.ops)
-        if (auto* c = std::get_if<op::ClipPath>(&o)) clip = c;
-    ASSERT_NE(clip, nullptr);
-    // A quarter turn from twelve to three o'clock, 8 points wide, with a round
-    // end: the outline spans the band between radii 46 and 54 on that quarter,
-    // and the round cap bulges 4 points below three o'clock.
-    const Rect b = clip->path.bounds();
-    EXPECT_NEAR(b.minX(), 50, 1e-6);
-    EXPECT_NEAR(b.maxX(), 104, 1e-6);
-    EXPECT_NEAR(b.minY(), -4, 1e-6);
-    EXPECT_NEAR(b.maxY(), 54, 1e-6);
-    EXPECT_FALSE(strokes(list, "overStripe").size());  // the hatching is fills, not strokes
-}
-
 TEST(AnimatedCircularProgressView, TextsAreCentredAndIdentified) {
     const DisplayList list = recorded(
         AnimatedCircularProgressView{config("MacroStatsView"), "120", "/200g", 0.6, 0}, kSize);

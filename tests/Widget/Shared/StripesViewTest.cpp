@@ -66,17 +66,6 @@ TEST(StripesView, UprightStripesAreCentredOnTheFrameAndSpanTwiceTheLargerSide) {
     EXPECT_DOUBLE_EQ((rects.front().minX() + rects.back().maxX()) / 2, 50);
 }
 
-TEST(StripesView, TurnsAboutTheFrameCentreByTheAngleInDegrees) {
-    const DisplayList list = recorded(stripes(35, 4, 6), {100, 50});
-    std::vector<DrawOp> transforms;
-    for (const auto& o : list.ops)
-        if (std::holds_alternative<op::Translate>(o) || std::holds_alternative<op::Rotate>(o)) transforms.push_back(o);
-    ASSERT_EQ(transforms.size(), 3u);
-    EXPECT_EQ(std::get<op::Translate>(transforms[0]), (op::Translate{50, 25}));
-    EXPECT_DOUBLE_EQ(std::get<op::Rotate>(transforms[1]).radians, 35 * 0.017453292519943295);
-    EXPECT_EQ(std::get<op::Translate>(transforms[2]), (op::Translate{-50, -25}));
-}
-
 TEST(StripesView, CoversEveryCornerAtAnyAngle) {
     // Painted, a corner left uncovered would be transparent.
     const Painter painter;
