@@ -163,7 +163,7 @@ void addRing(CLI::App& draw) {
         ->type_name("N")
         ->check(CLI::Range(1.0, kMaxSize));
     ring->add_option("--scale", options->scale, "Pixels per point for PNG, 1 to 3 (default: 3)")
-        ->type_name("S")
+        ->type_name("X")
         ->check(CLI::Range(Painter::kMinScale, Painter::kMaxScale));
     ring->add_option("--out", options->out, "The image to write: FILE.png or FILE.svg")
         ->type_name("FILE")
