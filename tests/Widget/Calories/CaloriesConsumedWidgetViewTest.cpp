@@ -1,0 +1,208 @@
+// The calories widget's views: the deep link of each family, the action
+// buttons, the log-in prompt, the circular gauge's arcs, the stat rows'
+// identifiers and room for the largest figures.
+#include "Widget/Calories/CaloriesConsumedWidgetView.hpp"
+
+#include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
+#include "Widget/Calories/WidgetStatView.hpp"
+#include "Widget/Shared/LocalizedStringProvider.hpp"
+#include "tests/Widget/Calories/WidgetViewTestSupport.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+namespace qrv::widget {
+namespace {
+
+using namespace qrv::platform;
+using namespace qrv::widget::testing;
+
+constexpr std::array<WidgetFamily, 5> kFamilies{WidgetFamily::systemSmall, WidgetFamily::systemMedium,
+                                                WidgetFamily::accessoryCircular, WidgetFamily::accessoryRectangular,
+                                                WidgetFamily::accessoryInline};
+
+CaloriesConsumedDataEntry entry(bool loggedIn = true, bool barcode = true) {
+    auto e = CaloriesConsumedDataEntry::makeSample(Date{0});
+    e.isLoggedIn = loggedIn;
+    e.shouldShowBarcodeButton = barcode;
+    return e;
+}
+
+CaloriesConsumedDataEntry largeFigures() {
+    auto e = entry();
+    e.goal = e.consumed = e.exercise = e.remaining = "12,345";
+    e.subtitle = "Remaining";
+    e.progress = 1.4;
+    return e;
+}
+
+DisplayList render(const CaloriesConsumedDataEntry& e, WidgetFamily family, Size size = {}) {
+    ViewRender r{.size = size.width > 0 ? size : phoneSize(family), .family = family};
+    const CaloriesConsumedWidgetView view{{e}, family};
+    return r.record([&] { return view.body(); });
+}
+
+TEST(CaloriesConsumedWidgetView, EachFamilyLinksToItsOwnPage) {
+    const std::pair<WidgetFamily, const char*> cases[] = {
+        {WidgetFamily::systemSmall, "qrv://qrv/widgets/calories_small"},
+        {WidgetFamily::systemMedium, "qrv://qrv/widgets/calories_medium"},
+        {WidgetFamily::accessoryCircular, "qrv://qrv/widgets/calories_tiny_circular"},
+        {WidgetFamily::accessoryRectangular, "qrv://qrv/widgets/calories_rectangular"},
+        {WidgetFamily::accessoryInline, "qrv://qrv/widgets/calories_inline"},
+        {WidgetFamily::systemLarge, "qrv://qrv/widgets/calories_small"},  // any other family
+    };
+    for (const auto& [family, url] : cases)
+        for (bool loggedIn : {true, false})
+            EXPECT_EQ(render(entry(loggedIn), family).widgetURL, url) << name(family) << " loggedIn=" << loggedIn;
+}
+
+TEST(CaloriesConsumedWidgetView, HomeScreenOffersSearchAndBarcodeOnlyWhenAsked) {
+    const std::set<std::string> both{CaloriesConsumedWidgetView::kFoodSearchLink,
+                                     CaloriesConsumedWidgetView::kBarcodeLink};
+    const std::set<std::string> searchOnly{CaloriesConsumedWidgetView::kFoodSearchLink};
+    for (auto family : {WidgetFamily::systemSmall, WidgetFamily::systemMedium}) {
+        EXPECT_EQ(linkURLs(render(entry(true, true), family)), both) << name(family);
+        EXPECT_EQ(linkURLs(render(entry(true, false), family)), searchOnly) << name(family);
+        // Logged out there is nothing to search for yet.
+        EXPECT_TRUE(linkURLs(render(entry(false, true), family)).empty()) << name(family);
+    }
+    for (auto family : {WidgetFamily::accessoryCircular, WidgetFamily::accessoryRectangular,
+                        WidgetFamily::accessoryInline})
+        EXPECT_TRUE(render(entry(), family).hitRegions.empty()) << name(family);
+}
+
+TEST(CaloriesConsumedWidgetView, TheButtonsShareTheBarAndLeadWhereTheySay) {
+    const auto list = render(entry(), WidgetFamily::systemSmall);
+    ASSERT_EQ(list.hitRegions.size(), 2u);
+    const Rect search = list.hitRegions[0].rect, barcode = list.hitRegions[1].rect;
+    EXPECT_LT(search.maxX(), barcode.minX());  // the divider between them
+    EXPECT_DOUBLE_EQ(search.height(), barcode.height());
+    const auto tapped = list.targetAt(barcode.center());
+    ASSERT_TRUE(tapped);
+    EXPECT_EQ(std::get<LinkTarget>(*tapped).url, CaloriesConsumedWidgetView::kBarcodeLink);
+    // Off the buttons, the widget's own link.
+    const auto elsewhere = list.targetAt({2, 2});
+    ASSERT_TRUE(elsewhere);
+    EXPECT_EQ(std::get<LinkTarget>(*elsewhere).url, "qrv://qrv/widgets/calories_small");
+}
+
+TEST(CaloriesConsumedWidgetView, LoggedOutShowsThePromptInEveryFamilyAndNoFigures) {
+    const std::string prompt = localizedString("dashb.widget.login.long", "Log in to view data.");
+    auto e = entry(false);
+    for (auto family : kFamilies) {
+        const auto list = render(e, family);
+        std::string all;
+        for (const auto& t : list.texts) all += t.text + "|";
+        EXPECT_NE(all.find(prompt), std::string::npos) << name(family) << ": " << all;
+        for (const char* figure : {"1,250", "1,500", "500", "250", "Remaining"})
+            EXPECT_EQ(all.find(figure), std::string::npos) << name(family) << " shows " << figure;
+        expectNothingClipped(list, std::string(name(family)));
+    }
+}
+
+// The gauge's arcs, as drawn: the fraction of a turn each covers and where it starts.
+struct GaugeArc {
+    double fraction = 0, startDegrees = 0, lineWidth = 0;
+    Color color{};
+    LineCap cap = LineCap::butt;
+};
+std::vector<GaugeArc> gaugeArcs(const DisplayList& list) {
+    std::vector<GaugeArc> out;
+    for (const auto& o : list.ops) {
+        const auto* s = std::get_if<op::StrokePath>(&o);
+        if (!s) continue;
+        for (const auto& el : s->path.elements())
+            if (const auto* arc = std::get_if<PathArc>(&el)) {
+                double start = std::fmod(arc->startAngle * 180 / std::numbers::pi + 360, 360);
+                out.push_back({std::abs(arc->sweep) / (2 * std::numbers::pi), start, s->style.lineWidth, s->color,
+                               s->style.lineCap});
+            }
+    }
+    return out;
+}
+
+TEST(CaloriesConsumedWidgetView, CircularGaugeDrawsItsShareOfTheOpenArc) {
+    const struct {
+        double progress, whiteFraction;
+    } cases[] = {{0.5, 0.335}, {0.25, 0.1675}, {1.0, 0.67}, {1.2, 0.67},
+                 {std::numeric_limits<double>::quiet_NaN(), 0.67}};
+    for (const auto& c : cases) {
+        auto e = entry();
+        e.progress = c.progress;
+        const auto arcs = gaugeArcs(render(e, WidgetFamily::accessoryCircular));
+        ASSERT_EQ(arcs.size(), 2u) << c.progress;
+        const GaugeArc& track = arcs[0];
+        const GaugeArc& progress = arcs[1];
+        EXPECT_EQ(track.color.name, "neutralsBlack");
+        EXPECT_NEAR(track.color.light.alpha, 0.7, 1e-9);
+        EXPECT_NEAR(track.fraction, 0.67, 1e-9);
+        EXPECT_EQ(progress.color.name, "neutralsWhite");
+        EXPECT_NEAR(progress.fraction, c.whiteFraction, 1e-9) << c.progress;
+        for (const auto& arc : arcs) {
+            // Both start 150° past three o'clock, so the opening is centred at the bottom.
+            EXPECT_NEAR(arc.startDegrees, 150, 1e-6);
+            EXPECT_DOUBLE_EQ(arc.lineWidth, 5);
+            EXPECT_EQ(arc.cap, LineCap::round);
+        }
+    }
+    auto none = entry();
+    none.progress = 0;
+    EXPECT_EQ(gaugeArcs(render(none, WidgetFamily::accessoryCircular)).size(), 1u);  // the track alone
+}
+
+TEST(CaloriesConsumedWidgetView, StatFiguresCarryIdentifiersFromTheirTitles) {
+    const auto list = render(entry(), WidgetFamily::systemMedium);
+    std::map<std::string, std::string> labels;
+    for (const auto& element : list.accessibility) labels[element.identifier] = element.label;
+    EXPECT_EQ(labels["EnergyStatsView_BaseGoal_value"], "1,500");
+    EXPECT_EQ(labels["EnergyStatsView_Food_value"], "500");
+    EXPECT_EQ(labels["EnergyStatsView_Exercise_value"], "250");
+    // The small widget has no room for the rows.
+    for (const auto& element : render(entry(), WidgetFamily::systemSmall).accessibility)
+        EXPECT_EQ(element.identifier.find("_value"), std::string::npos) << element.identifier;
+
+    EXPECT_EQ(WidgetStatView::valueAccessibilityIdentifier(" Base\tGoal \n"), "EnergyStatsView_BaseGoal_value");
+    // No-break and narrow no-break spaces of localized titles go too.
+    EXPECT_EQ(WidgetStatView::valueAccessibilityIdentifier("Objectif\u00A0de\u202Fbase"),
+              "EnergyStatsView_Objectifdebase_value");
+    EXPECT_EQ(WidgetStatView::valueAccessibilityIdentifier("Ziel\u00FC"), "EnergyStatsView_Ziel\u00FC_value");
+}
+
+TEST(CaloriesConsumedWidgetView, LargestFiguresFitEveryFamilyOnPhoneAndTablet) {
+    for (auto idiom : {catalog::DeviceIdiom::phone, catalog::DeviceIdiom::pad}) {
+        catalog::ScopedDeviceIdiom scoped(idiom);
+        for (auto family : kFamilies) {
+            const Size size = idiom == catalog::DeviceIdiom::pad ? padSize(family) : phoneSize(family);
+            const auto list = render(largeFigures(), family, size);
+            expectNothingClipped(list, std::string(name(family)));
+            EXPECT_TRUE(showsTextContaining(list, "12,345")) << name(family);
+        }
+    }
+}
+
+TEST(CaloriesConsumedWidgetView, HomeScreenRingTitleGrowsOnTheTablet) {
+    auto titleSize = [](catalog::DeviceIdiom idiom) {
+        catalog::ScopedDeviceIdiom scoped(idiom);
+        for (const auto& t : render(entry(), WidgetFamily::systemMedium).texts)
+            if (t.accessibilityIdentifier == "EnergyStatsView_progressViewTitle") return t.fontSize;
+        return 0.0;
+    };
+    // 24 pt on the phone; on the tablet 26 pt before the ring's text shrinks to fit.
+    EXPECT_DOUBLE_EQ(titleSize(catalog::DeviceIdiom::phone), 24);
+    EXPECT_GT(titleSize(catalog::DeviceIdiom::pad), 24);
+}
+
+TEST(CaloriesConsumedWidgetView, RingScalesWithTheHeightItIsGiven) {
+    const auto config = CaloriesConsumedWidgetView::ringConfiguration(166);
+    EXPECT_DOUBLE_EQ(config.trackWidth, 8);
+    EXPECT_EQ(config.trackForegroundColor.name, "brandSecondary");
+    EXPECT_EQ(config.trackOverageForegroundColor.name, "brandPrimaryTxt");
+    EXPECT_EQ(config.trackOverageBackgroundColor.name, "brandSecondaryBG");
+    EXPECT_EQ(config.trackBackgroundColor.name, "neutralsBackground");
+}
+
+}  // namespace
+}  // namespace qrv::widget

@@ -1,0 +1,105 @@
+#pragma once
+// Rendering widget content views into display lists for tests: text measured
+// by the fixed-advance measurer and every icon 16 × 16, so positions are exact
+// on every machine. Views with a two-pass layout get their second pass here as
+// the renderer gives it.
+#include "Platform/drawing/DisplayList.hpp"
+#include "Platform/drawing/FixedAdvanceTextMeasurer.hpp"
+#include "Platform/drawing/Layout.hpp"
+#include "Platform/drawing/Recorder.hpp"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace qrv::widget::testing {
+
+using Preferences = std::vector<std::pair<std::string, platform::Rect>>;
+
+// Widget sizes on the reference phone and tablet (laid out at canvas size).
+inline platform::Size phoneSize(platform::WidgetFamily family) {
+    using platform::WidgetFamily;
+    switch (family) {
+        case WidgetFamily::systemSmall: return {158, 158};
+        case WidgetFamily::systemMedium: return {338, 158};
+        case WidgetFamily::accessoryCircular: return {72, 72};
+        case WidgetFamily::accessoryRectangular: return {160, 72};
+        case WidgetFamily::accessoryInline: return {234, 26};
+        default: return {338, 354};
+    }
+}
+inline platform::Size padSize(platform::WidgetFamily family) {
+    if (family == platform::WidgetFamily::systemSmall) return {155, 155};
+    if (family == platform::WidgetFamily::systemMedium) return {342, 155};
+    return phoneSize(family);
+}
+
+struct ViewRender {
+    platform::Size size{};
+    platform::WidgetFamily family = platform::WidgetFamily::systemSmall;
+    platform::ColorScheme scheme = platform::ColorScheme::light;
+    std::function<bool(const Preferences&)> afterLayout{};
+    int passes = 0;              // layouts done before recording
+    Preferences preferences{};  // of the last layout
+
+    platform::DisplayList record(const std::function<platform::View()>& body) {
+        static const platform::FixedAdvanceTextMeasurer measurer;
+        static const platform::FixedImageSizer images({16, 16});
+        platform::LayoutOptions options{size, {}, {}, &images};
+        options.environment.colorScheme = scheme;
+        options.environment.widgetFamily = family;
+        platform::LayoutTree tree;
+        for (passes = 1;; ++passes) {
+            tree = platform::layout(body(), options, measurer);
+            if (!afterLayout || passes == 3 || !afterLayout(tree.preferences)) break;
+        }
+        preferences = tree.preferences;
+        return platform::record(tree);
+    }
+};
+
+inline std::vector<std::string> shownTexts(const platform::DisplayList& list) {
+    std::vector<std::string> out;
+    for (const auto& t : list.texts) out.push_back(t.shown);
+    return out;
+}
+
+inline bool showsText(const platform::DisplayList& list, std::string_view text) {
+    for (const auto& t : list.texts)
+        if (t.shown == text) return true;
+    return false;
+}
+
+inline bool showsTextContaining(const platform::DisplayList& list, std::string_view part) {
+    for (const auto& t : list.texts)
+        if (t.shown.find(part) != std::string::npos) return true;
+    return false;
+}
+
+inline std::set<std::string> linkURLs(const platform::DisplayList& list) {
+    std::set<std::string> out;
+    for (const auto& region : list.hitRegions)
+        if (auto* link = std::get_if<platform::LinkTarget>(&region.target)) out.insert(link->url);
+    return out;
+}
+
+// Every text drawn whole (not cut short with "…") and inside the widget.
+inline void expectNothingClipped(const platform::DisplayList& list, const std::string& context) {
+    constexpr double slack = 0.5;
+    for (const auto& t : list.texts) {
+        if (t.shown.empty()) continue;
+        EXPECT_FALSE(t.truncated) << context << ": \"" << t.text << "\" shows as \"" << t.shown << "\"";
+        EXPECT_EQ(t.shown.find("\u2026"), std::string::npos) << context << ": " << t.shown;
+        EXPECT_GE(t.rect.minX(), -slack) << context << ": " << t.shown;
+        EXPECT_GE(t.rect.minY(), -slack) << context << ": " << t.shown;
+        EXPECT_LE(t.rect.maxX(), list.size.width + slack) << context << ": " << t.shown;
+        EXPECT_LE(t.rect.maxY(), list.size.height + slack) << context << ": " << t.shown;
+    }
+}
+
+}  // namespace qrv::widget::testing

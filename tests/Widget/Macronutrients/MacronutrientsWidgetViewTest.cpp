@@ -1,0 +1,163 @@
+// The macronutrients widget's views: the log-in prompt and "--" in every
+// family, the three gauges only when all three nutrients are there, their
+// order and proportions, the over line, and room for four-digit grams.
+#include "Widget/Macronutrients/MacronutrientsWidgetView.hpp"
+
+#include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
+#include "Widget/Macronutrients/MacronutrientsWidgetValueView.hpp"
+#include "tests/Widget/Calories/WidgetViewTestSupport.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace qrv::widget {
+namespace {
+
+using namespace qrv::platform;
+using namespace qrv::widget::testing;
+using enum MacronutrientsDataValueType;
+
+constexpr std::array<WidgetFamily, 5> kFamilies{WidgetFamily::systemSmall, WidgetFamily::systemMedium,
+                                                WidgetFamily::accessoryCircular, WidgetFamily::accessoryRectangular,
+                                                WidgetFamily::accessoryInline};
+
+MacronutrientsDataEntry entry(bool loggedIn = true) {
+    auto e = MacronutrientsDataEntry::makeSample(Date{0});
+    e.isLoggedIn = loggedIn;
+    return e;
+}
+
+DisplayList render(const MacronutrientsDataEntry& e, WidgetFamily family, Size size = {}) {
+    ViewRender r{.size = size.width > 0 ? size : phoneSize(family), .family = family};
+    const MacronutrientsWidgetView view{{e}, family};
+    return r.record([&] { return view.body(); });
+}
+
+std::size_t ringTitles(const DisplayList& list) {
+    return static_cast<std::size_t>(std::ranges::count_if(list.texts, [](const DrawnText& t) {
+        return t.accessibilityIdentifier == "MacroStatsView_progressViewTitle";
+    }));
+}
+
+TEST(MacronutrientsWidgetView, LoggedOutShowsThePromptInEveryFamilyAndDashesForFigures) {
+    const std::string prompt = "Log in to view data.";
+    for (auto family : kFamilies) {
+        const auto list = render(entry(false), family);
+        std::string all;
+        for (const auto& t : list.texts) all += t.text + "|";
+        EXPECT_NE(all.find(prompt), std::string::npos) << name(family) << ": " << all;
+        for (const char* figure : {"50", "165", "Carbs", "g left"})
+            EXPECT_EQ(all.find(figure), std::string::npos) << name(family) << " shows " << figure << ": " << all;
+        expectNothingClipped(list, std::string(name(family)));
+        EXPECT_FALSE(list.widgetURL) << "the widget, not the view, sets the link";
+    }
+    // Where figures would stand, "--".
+    for (auto family : {WidgetFamily::systemMedium, WidgetFamily::accessoryRectangular})
+        EXPECT_TRUE(showsText(render(entry(false), family), "--")) << name(family);
+    EXPECT_EQ(std::ranges::count(shownTexts(render(entry(false), WidgetFamily::systemMedium)), "--"), 3);
+}
+
+TEST(MacronutrientsWidgetView, AMissingNutrientShowsNoGauges) {
+    for (auto missing : {carbs, fat, protein}) {
+        auto e = entry();
+        e.values.erase(missing);
+        const MacronutrientsWidgetView view{{e}, WidgetFamily::systemMedium};
+        EXPECT_FALSE(view.values());
+        const auto medium = render(e, WidgetFamily::systemMedium);
+        EXPECT_EQ(ringTitles(medium), 0u);
+        EXPECT_EQ(std::ranges::count(shownTexts(medium), "--"), 3);
+        EXPECT_FALSE(showsTextContaining(render(e, WidgetFamily::accessoryRectangular), " / "));
+        EXPECT_TRUE(showsText(render(e, WidgetFamily::accessoryInline), "--"));
+    }
+    EXPECT_EQ(ringTitles(render(entry(), WidgetFamily::systemMedium)), 3u);
+}
+
+TEST(MacronutrientsWidgetView, NutrientsRunCarbsFatProteinInEveryLayout) {
+    auto positions = [](const DisplayList& list, bool horizontal) {
+        std::vector<double> at;
+        for (const char* title : {"Carbs", "Fat", "Protein"})
+            for (const auto& t : list.texts)
+                if (t.shown == title) at.push_back(horizontal ? t.rect.midX() : t.rect.midY());
+        return at;
+    };
+    const auto medium = positions(render(entry(), WidgetFamily::systemMedium), true);
+    ASSERT_EQ(medium.size(), 3u);
+    EXPECT_TRUE(std::ranges::is_sorted(medium));
+    for (auto family : {WidgetFamily::systemSmall, WidgetFamily::accessoryRectangular}) {
+        const auto rows = positions(render(entry(), family), false);
+        ASSERT_EQ(rows.size(), 3u) << name(family);
+        EXPECT_TRUE(std::ranges::is_sorted(rows)) << name(family);
+    }
+    EXPECT_TRUE(showsText(render(entry(), WidgetFamily::accessoryInline), "Carbs 50g / Fat 35g / Protein 65g"));
+    EXPECT_TRUE(showsText(render(entry(), WidgetFamily::accessoryRectangular), "50 / 165g"));
+}
+
+TEST(MacronutrientsWidgetView, GaugeIsSizedFromItsHeight) {
+    // In a view 166 high the ring is 0.45 × 166 across and its track 8 wide.
+    const MacronutrientsWidgetValueView view{MacronutrientsWidgetValueViewModel{entry().values.at(carbs)}};
+    ViewRender r{.size = {120, 166}, .family = WidgetFamily::systemMedium};
+    const auto list = r.record([&] { return view.body(); });
+    std::optional<op::StrokePath> track;
+    for (const auto& o : list.ops)
+        if (auto* s = std::get_if<op::StrokePath>(&o); s && s->color.name == "neutralsBackground") track = *s;
+    ASSERT_TRUE(track);
+    EXPECT_DOUBLE_EQ(track->style.lineWidth, 8);
+    EXPECT_NEAR(track->path.bounds().height(), 166 * 0.45, 1e-6);
+    // Name above, left line below.
+    Rect name{}, ring{}, left{};
+    for (const auto& t : list.texts) {
+        if (t.shown == "Carbs") name = t.rect;
+        if (t.accessibilityIdentifier == "MacroStatsView_progressViewTitle") ring = t.rect;
+        if (t.shown.find("left") != std::string::npos) left = t.rect;
+    }
+    EXPECT_LT(name.maxY(), track->path.bounds().minY());
+    EXPECT_GT(left.minY(), track->path.bounds().maxY());
+    EXPECT_TRUE(track->path.bounds().contains(ring.center()));
+}
+
+TEST(MacronutrientsWidgetView, OverTheGoalReadsInBold) {
+    auto e = entry();
+    e.values[fat].value = 95.4;
+    e.values[fat].maxValue = 80;
+    const auto list = render(e, WidgetFamily::systemMedium);
+    bool boldOver = false, regularLeft = false;
+    for (const auto& o : list.ops)
+        if (auto* t = std::get_if<op::DrawText>(&o)) {
+            if (t->text.find("over") != std::string::npos) boldOver = t->font.weight == FontWeight::bold;
+            if (t->text.find("left") != std::string::npos) regularLeft = t->font.weight == FontWeight::regular;
+        }
+    EXPECT_TRUE(boldOver);
+    EXPECT_TRUE(regularLeft);
+}
+
+TEST(MacronutrientsWidgetView, FourDigitGramsFitEveryFamilyOnPhoneAndTablet) {
+    auto e = entry();
+    e.values[carbs].value = 1234;
+    e.values[carbs].maxValue = 1500;
+    e.values[fat].value = 1234.4;
+    e.values[fat].maxValue = 999;
+    e.values[protein].value = 9999;
+    e.values[protein].maxValue = 9999;
+    for (auto idiom : {catalog::DeviceIdiom::phone, catalog::DeviceIdiom::pad})
+        for (auto family : kFamilies) {
+            catalog::ScopedDeviceIdiom scoped(idiom);
+            const Size size = idiom == catalog::DeviceIdiom::pad ? padSize(family) : phoneSize(family);
+            const auto list = render(e, family, size);
+            expectNothingClipped(list, std::string(name(family)));
+            if (family != WidgetFamily::accessoryCircular) {
+                EXPECT_TRUE(showsTextContaining(list, "1234") || showsTextContaining(list, "1,234")) << name(family);
+            }
+        }
+}
+
+TEST(MacronutrientsWidgetView, CompactCountsAreWholeGrams) {
+    EXPECT_EQ(MacronutrientsWidgetView::gramCount(50), "50");
+    EXPECT_EQ(MacronutrientsWidgetView::gramCount(95.4), "95");
+    EXPECT_EQ(MacronutrientsWidgetView::gramCount(2.5), "2");  // halves to even, as the rings round
+    EXPECT_EQ(MacronutrientsWidgetView::gramCount(std::numeric_limits<double>::quiet_NaN()), "--");
+    EXPECT_EQ(MacronutrientsWidgetView::gramCount(std::numeric_limits<double>::infinity()), "--");
+}
+
+}  // namespace
+}  // namespace qrv::widget
