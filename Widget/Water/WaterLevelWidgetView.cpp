@@ -19,10 +19,6 @@ constexpr double kHeightTolerance = 0.01;
 
 }  // namespace
 
-std::string WaterLevelWidgetView::yPositionKey(std::int64_t rowValue) {
-    return "WaterLevel.yPosition." + std::to_string(rowValue);
-}
-
 bool WaterLevelWidgetView::isReached(const WaterLevelRow& row) const {
     return viewModel && static_cast<float>(row.value) <= viewModel->waterAmount();
 }
@@ -31,13 +27,13 @@ bool WaterLevelWidgetView::afterLayout(const std::vector<std::pair<std::string, 
     if (!viewModel) return false;
     const Rect* glass = nullptr;
     for (const auto& [key, frame] : preferences)
-        if (key == kHeightKey) glass = &frame;
+        if (key == HeightPreferenceKey::name) glass = &frame;
     if (glass == nullptr) return false;
 
     const double before = viewModel->waterHeight();
     viewModel->setTotalHeight(glass->height());
     for (const auto& row : viewModel->rows()) {
-        const std::string key = yPositionKey(row.value);
+        const std::string key = YPositionPreferenceKey::name(row.value);
         for (const auto& [reported, frame] : preferences)
             if (reported == key) viewModel->updateRowPosition(row.value, frame.midY() - glass->minY());
     }
@@ -62,7 +58,7 @@ View WaterLevelWidgetView::body() const {
                                                  .minHeight = 1,
                                                  .maxHeight = 1,
                                                  .alignment = Alignment::center})
-                            .framePreference(yPositionKey(row.value));
+                            .framePreference(YPositionPreferenceKey::name(row.value));
             marks.push_back(mark.frame(FlexibleFrame{.maxWidth = infinity, .minHeight = rowHeight,
                                                      .maxHeight = rowHeight, .alignment = Alignment::center}));
             View label = EmptyView();
@@ -83,7 +79,7 @@ View WaterLevelWidgetView::body() const {
                              HorizontalAlignment::center, 0);
         View glass = ZStack({RoundedRectangle(kCornerRadius).fill(QRVColor::neutralsMidground1()), column, scale})
                          .mask(RoundedRectangle(kCornerRadius).fill(Color::black()))
-                         .framePreference(kHeightKey);
+                         .framePreference(HeightPreferenceKey::name);
         View scaleLabels =
             VStack(std::move(labels), HorizontalAlignment::trailing, 0).padding(belowLowestMark).frame(kLabelWidth, std::nullopt);
         return HStack({scaleLabels, glass}, VerticalAlignment::center, 8).frame(size.width, size.height);

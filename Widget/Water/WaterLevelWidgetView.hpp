@@ -24,16 +24,22 @@
 
 namespace qrv::widget {
 
+// The layout keys under which the glass reports its frame (its height) and
+// each mark its frame (its vertical position), the mark's key naming the row's
+// value.
+struct HeightPreferenceKey {
+    static constexpr const char* name = "HeightPreferenceKey";
+};
+struct YPositionPreferenceKey {
+    static std::string name(std::int64_t rowValue) { return "YPositionPreferenceKey." + std::to_string(rowValue); }
+};
+
 struct WaterLevelWidgetView {
     platform::WidgetFamily sizeFamily = platform::WidgetFamily::systemMedium;
     platform::ColorScheme colorScheme = platform::ColorScheme::light;
     // Shared with the water view model that made it; the view reads its
     // water height and feeds it the measurements.
     std::shared_ptr<WaterLevelWidgetViewModel> viewModel;
-
-    // The layout keys under which the glass and its marks report their frames.
-    static constexpr const char* kHeightKey = "WaterLevel.height";
-    static std::string yPositionKey(std::int64_t rowValue);
 
     static constexpr double kRowsHigh = 7.5;
     static constexpr double kShortMarkWidth = 8;

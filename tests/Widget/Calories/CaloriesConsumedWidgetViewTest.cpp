@@ -195,14 +195,5 @@ TEST(CaloriesConsumedWidgetView, HomeScreenRingTitleGrowsOnTheTablet) {
     EXPECT_GT(titleSize(catalog::DeviceIdiom::pad), 24);
 }
 
-TEST(CaloriesConsumedWidgetView, RingScalesWithTheHeightItIsGiven) {
-    const auto config = CaloriesConsumedWidgetView::ringConfiguration(166);
-    EXPECT_DOUBLE_EQ(config.trackWidth, 8);
-    EXPECT_EQ(config.trackForegroundColor.name, "brandSecondary");
-    EXPECT_EQ(config.trackOverageForegroundColor.name, "brandPrimaryTxt");
-    EXPECT_EQ(config.trackOverageBackgroundColor.name, "brandSecondaryBG");
-    EXPECT_EQ(config.trackBackgroundColor.name, "neutralsBackground");
-}
-
 }  // namespace
 }  // namespace qrv::widget
