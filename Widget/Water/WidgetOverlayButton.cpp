@@ -10,6 +10,7 @@ std::string WidgetOverlayButton::deepLink(WidgetFamily family) {
 
 View WidgetOverlayButton::body() const {
     return EnvironmentReader([](const Environment& environment) -> View {
+        if (environment.widgetFamily != WidgetFamily::systemMedium) return EmptyView();
         return Link(deepLink(environment.widgetFamily),
                     View(Color::clear()).frame(FlexibleFrame{.maxWidth = infinity, .maxHeight = infinity}));
     });

@@ -1,9 +1,12 @@
 #pragma once
-// A clear layer over the whole water widget that opens the app at the deep
-// link of the widget's size. Laid beneath the log button, it makes every spot
+// A clear layer over the whole medium water widget that opens the app at the
+// medium widget's deep link. Laid beneath the log button, it makes every spot
 // that is not the button an explicit tap target for the same link as the
-// widget's URL, so a tap next to the button never falls through to nothing.
-// No fields: the link comes from the widget family in the environment.
+// widget's URL, so a tap beside the button (or on the glass) never falls
+// through to nothing. The small widget is a single tap target on the phone
+// (links inside it are not supported), so there it draws nothing and the
+// widget's URL alone applies. No fields: it reads the family from the
+// environment.
 #include "Platform/drawing/View.hpp"
 #include "Platform/timeline/WidgetFamily.hpp"
 
