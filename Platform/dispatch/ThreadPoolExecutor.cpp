@@ -7,35 +7,40 @@ namespace qrv::platform {
 ThreadPoolExecutor::ThreadPoolExecutor(unsigned threadCount) {
     threadCount = std::max(1u, threadCount);
     threads_.reserve(threadCount);
-    for (unsigned i = 0; i < threadCount; ++i) threads_.emplace_back([this] { run(); });
+    for (unsigned i = 0; i < threadCount; ++i) threads_.emplace_back([state = state_] { run(state); });
 }
 
 ThreadPoolExecutor::~ThreadPoolExecutor() {
     {
-        std::lock_guard lock(mutex_);
-        stopping_ = true;
+        std::lock_guard lock(state_->mutex);
+        state_->stopping = true;
     }
-    wake_.notify_all();
-    for (auto& thread : threads_) thread.join();
+    state_->wake.notify_all();
+    for (auto& thread : threads_) {
+        if (thread.get_id() == std::this_thread::get_id())
+            thread.detach();  // released by its own work: it cannot join itself
+        else
+            thread.join();
+    }
 }
 
 void ThreadPoolExecutor::async(Work work) {
     {
-        std::lock_guard lock(mutex_);
-        queue_.push_back(std::move(work));
+        std::lock_guard lock(state_->mutex);
+        state_->queue.push_back(std::move(work));
     }
-    wake_.notify_one();
+    state_->wake.notify_one();
 }
 
-void ThreadPoolExecutor::run() {
+void ThreadPoolExecutor::run(const std::shared_ptr<State>& state) {
     for (;;) {
         Work work;
         {
-            std::unique_lock lock(mutex_);
-            wake_.wait(lock, [this] { return stopping_ || !queue_.empty(); });
-            if (queue_.empty()) return;  // stopping, and nothing left to run
-            work = std::move(queue_.front());
-            queue_.pop_front();
+            std::unique_lock lock(state->mutex);
+            state->wake.wait(lock, [&] { return state->stopping || !state->queue.empty(); });
+            if (state->queue.empty()) return;  // stopping, and nothing left to run
+            work = std::move(state->queue.front());
+            state->queue.pop_front();
         }
         work();
     }

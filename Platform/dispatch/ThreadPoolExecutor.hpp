@@ -14,7 +14,8 @@ namespace qrv::platform {
 class ThreadPoolExecutor final : public Executor {
   public:
     explicit ThreadPoolExecutor(unsigned threadCount);
-    // Runs what is still queued, then joins the threads.
+    // Lets the threads run what is still queued, then joins them. Should the last
+    // owner be work running on the pool itself, that thread finishes on its own.
     ~ThreadPoolExecutor() override;
 
     void async(Work work) override;
@@ -22,12 +23,16 @@ class ThreadPoolExecutor final : public Executor {
     unsigned threadCount() const { return static_cast<unsigned>(threads_.size()); }
 
   private:
-    void run();
+    // Shared with the threads, so that a thread left to finish alone keeps it.
+    struct State {
+        std::mutex mutex;
+        std::condition_variable wake;
+        std::deque<Work> queue;
+        bool stopping = false;
+    };
+    static void run(const std::shared_ptr<State>& state);
 
-    std::mutex mutex_;
-    std::condition_variable wake_;
-    std::deque<Work> queue_;
-    bool stopping_ = false;
+    std::shared_ptr<State> state_ = std::make_shared<State>();
     std::vector<std::thread> threads_;
 };
 

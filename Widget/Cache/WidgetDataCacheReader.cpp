@@ -67,8 +67,12 @@ void WidgetDataCacheReader::read(WidgetDataCacheType type, Completion completion
     }
     // The work item keeps what it needs by value and the reader only weakly: a
     // pending read neither keeps its reader alive nor touches its strategy table.
-    environment_.queues.background->async([weakReader = weak_from_this(), type, strategy = std::move(chosen),
-                                           completion = std::move(completion), environment = environment_] {
+    // Nor does it hold the queue it runs on, whose owner may be waiting for it.
+    auto environment = environment_;
+    environment.queues.background = nullptr;
+    const auto background = environment_.queues.background;
+    background->async([weakReader = weak_from_this(), type, strategy = std::move(chosen),
+                       completion = std::move(completion), environment = std::move(environment)] {
         const auto readerExists = [&] { return !weakReader.expired(); };
         const auto store = environment.resolvedStore();
         markInstalled(*store, readerExists() ? installedKey(type)

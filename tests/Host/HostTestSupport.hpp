@@ -55,6 +55,16 @@ class HostWorld {
             args.push_back("--container");
             args.push_back(container.string());
         }
+        return finish(start(args, "run"));
+    }
+
+    // A program started with the world's environment; its output goes to files
+    // named after `tag`.
+    struct Started {
+        pid_t pid = -1;
+        std::filesystem::path out, err;
+    };
+    Started start(std::vector<std::string> argv, const std::string& tag) const {
         std::map<std::string, std::string> environment;
         for (char** entry = environ; *entry; ++entry) {
             std::string text(*entry);
@@ -63,31 +73,37 @@ class HostWorld {
         }
         environment["TZ"] = timeZone;
         environment["XDG_DATA_HOME"] = (folder.path() / "data").string();
+        environment["QRV_BIN_DIR"] = QRV_BIN_DIR;
         environment.erase("QRV_APP_GROUP_CONTAINER");
 
         std::vector<std::string> envText;
         for (const auto& [name, value] : environment) envText.push_back(name + "=" + value);
-        std::vector<char*> argv, envp;
-        for (auto& arg : args) argv.push_back(arg.data());
-        argv.push_back(nullptr);
+        std::vector<char*> args, envp;
+        for (auto& arg : argv) args.push_back(arg.data());
+        args.push_back(nullptr);
         for (auto& text : envText) envp.push_back(text.data());
         envp.push_back(nullptr);
 
-        const auto outFile = folder.path() / "stdout", errFile = folder.path() / "stderr";
+        Started started{-1, folder.path() / (tag + ".out"), folder.path() / (tag + ".err")};
         posix_spawn_file_actions_t actions;
         posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, 1, outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-        posix_spawn_file_actions_addopen(&actions, 2, errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-        pid_t child = -1;
-        HostRun result;
-        if (posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), envp.data()) == 0) {
-            int status = 0;
-            if (waitpid(child, &status, 0) == child && WIFEXITED(status))
-                result.exitCode = WEXITSTATUS(status);
-        }
+        posix_spawn_file_actions_addopen(&actions, 1, started.out.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                         0600);
+        posix_spawn_file_actions_addopen(&actions, 2, started.err.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                         0600);
+        if (posix_spawn(&started.pid, args[0], &actions, nullptr, args.data(), envp.data()) != 0)
+            started.pid = -1;
         posix_spawn_file_actions_destroy(&actions);
-        result.out = slurp(outFile);
-        result.err = slurp(errFile);
+        return started;
+    }
+
+    static HostRun finish(const Started& started) {
+        HostRun result;
+        int status = 0;
+        if (started.pid > 0 && waitpid(started.pid, &status, 0) == started.pid && WIFEXITED(status))
+            result.exitCode = WEXITSTATUS(status);
+        result.out = slurp(started.out);
+        result.err = slurp(started.err);
         return result;
     }
 };

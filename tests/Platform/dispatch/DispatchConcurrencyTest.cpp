@@ -47,6 +47,21 @@ TEST(DispatchConcurrencyTest, PoolRunsQueuedWorkBeforeItIsDestroyed) {
     EXPECT_EQ(ran.load(), 50);
 }
 
+// Work that owns its pool may turn out to be the last owner; the pool then goes
+// from one of its own threads, which must not try to join itself.
+TEST(DispatchConcurrencyTest, PoolReleasedByItsOwnWorkGoesQuietly) {
+    MainQueue main;
+    bool destroyed = false;
+    std::shared_ptr<ThreadPoolExecutor> pool(new ThreadPoolExecutor(2),
+                                             [&main, &destroyed](ThreadPoolExecutor* p) {
+                                                 delete p;
+                                                 main.async([&destroyed] { destroyed = true; });
+                                             });
+    auto* raw = pool.get();
+    raw->async([owner = std::move(pool)] {});  // the work item now holds the only reference
+    ASSERT_TRUE(main.runUntil([&] { return destroyed; }, std::chrono::seconds(30)));
+}
+
 TEST(DispatchConcurrencyTest, GlobalBackgroundQueueIsSharedAndSmall) {
     auto queue = globalBackgroundQueue();
     EXPECT_EQ(queue, globalBackgroundQueue());
