@@ -1,14 +1,14 @@
 #include "Widget/Calories/CaloriesConsumedWidgetView.hpp"
 
+#include <algorithm>
+#include <cmath>
+
 #include "QRVUICatalog/Colors/QRVColor.hpp"
 #include "QRVUICatalog/Fonts/QRVFont.hpp"
 #include "Widget/Calories/AnimatedCircularProgressView.hpp"
 #include "Widget/Calories/WidgetStatView.hpp"
 #include "Widget/Shared/LocalizedStringProvider.hpp"
 #include "Widget/Shared/WidgetLoggedOutView.hpp"
-
-#include <algorithm>
-#include <cmath>
 
 namespace qrv::widget {
 
@@ -69,8 +69,10 @@ View statRows(const CaloriesConsumedWidgetViewModel& model) {
         const auto found = stats.find(type);
         if (found == stats.end()) continue;
         if (!rows.empty()) rows.push_back(secondaryDivider());
-        rows.push_back(WidgetStatView::from(found->second).body().frame(
-            FlexibleFrame{.maxWidth = infinity, .maxHeight = infinity, .alignment = Alignment::center}));
+        rows.push_back(WidgetStatView::from(found->second)
+                           .body()
+                           .frame(FlexibleFrame{
+                               .maxWidth = infinity, .maxHeight = infinity, .alignment = Alignment::center}));
     }
     return VStack(std::move(rows), HorizontalAlignment::center, 0);
 }
@@ -85,13 +87,18 @@ View lockScreenText(std::string text, QRVFont style) {
 
 std::string CaloriesConsumedWidgetView::deepLink(WidgetFamily family) {
     switch (family) {
-        case WidgetFamily::systemMedium: return std::string(kLinkPrefix) + "calories_medium";
-        case WidgetFamily::accessoryCircular: return std::string(kLinkPrefix) + "calories_tiny_circular";
-        case WidgetFamily::accessoryRectangular: return std::string(kLinkPrefix) + "calories_rectangular";
-        case WidgetFamily::accessoryInline: return std::string(kLinkPrefix) + "calories_inline";
+        case WidgetFamily::systemMedium:
+            return std::string(kLinkPrefix) + "calories_medium";
+        case WidgetFamily::accessoryCircular:
+            return std::string(kLinkPrefix) + "calories_tiny_circular";
+        case WidgetFamily::accessoryRectangular:
+            return std::string(kLinkPrefix) + "calories_rectangular";
+        case WidgetFamily::accessoryInline:
+            return std::string(kLinkPrefix) + "calories_inline";
         case WidgetFamily::systemSmall:
         case WidgetFamily::systemLarge:
-        case WidgetFamily::systemExtraLarge: break;
+        case WidgetFamily::systemExtraLarge:
+            break;
     }
     return std::string(kLinkPrefix) + "calories_small";
 }
@@ -119,13 +126,23 @@ AnimatedCircularProgressViewConfig CaloriesConsumedWidgetView::ringConfiguration
 View CaloriesConsumedWidgetView::body() const {
     View content;
     switch (sizeFamily) {
-        case WidgetFamily::systemMedium: content = homeScreen(); break;
-        case WidgetFamily::accessoryCircular: content = circular(); break;
-        case WidgetFamily::accessoryRectangular: content = rectangular(); break;
-        case WidgetFamily::accessoryInline: content = inlineText(); break;
+        case WidgetFamily::systemMedium:
+            content = homeScreen();
+            break;
+        case WidgetFamily::accessoryCircular:
+            content = circular();
+            break;
+        case WidgetFamily::accessoryRectangular:
+            content = rectangular();
+            break;
+        case WidgetFamily::accessoryInline:
+            content = inlineText();
+            break;
         case WidgetFamily::systemSmall:
         case WidgetFamily::systemLarge:
-        case WidgetFamily::systemExtraLarge: content = homeScreen(); break;
+        case WidgetFamily::systemExtraLarge:
+            content = homeScreen();
+            break;
     }
     return content.widgetURL(deepLink(sizeFamily));
 }
@@ -144,18 +161,20 @@ View CaloriesConsumedWidgetView::homeScreen() const {
                const double gap = std::max(0.0, (height - ringSide - buttonsHeight) / 3);
 
                const auto& data = model.data;
-               View ring = AnimatedCircularProgressView{ringConfiguration(height), data.remaining, data.subtitle,
-                                                        data.progress, data.reverseProgress}
+               View ring = AnimatedCircularProgressView{ringConfiguration(height), data.remaining,
+                                                        data.subtitle, data.progress, data.reverseProgress}
                                .body()
                                .frame(ringSide, ringSide);
-               View column = VStack({ring, actionButtons(data.shouldShowBarcodeButton, {ringSide, buttonsHeight})},
-                                    HorizontalAlignment::center, gap);
+               View column =
+                   VStack({ring, actionButtons(data.shouldShowBarcodeButton, {ringSide, buttonsHeight})},
+                          HorizontalAlignment::center, gap);
 
                const double statsWidth = size.width - 2 * kSideMargin - ringSide - kColumnSpacing;
                View content = column;
                if (statsWidth >= kMinimumStatsWidth)
-                   content = HStack({column, statRows(model).frame(statsWidth, ringSide + gap + buttonsHeight)},
-                                    VerticalAlignment::center, kColumnSpacing);
+                   content =
+                       HStack({column, statRows(model).frame(statsWidth, ringSide + gap + buttonsHeight)},
+                              VerticalAlignment::center, kColumnSpacing);
                return content.frame(size.width, size.height);
            })
         .padding(kOuterInset)
@@ -178,12 +197,13 @@ View CaloriesConsumedWidgetView::circular() const {
     auto arc = [](double to) {
         return Circle().trim(0, to).rotation(Angle::fromRadians(kGaugeRotationRadians));
     };
-    View figure = VStack({lockScreenText(data.remaining, QRVFont::subhead14Bold).lineLimit(1).minimumScaleFactor(0.5),
-                          lockScreenText(data.condensedEnergyUnitTitle, QRVFont::micro10Regular)
-                              .lineLimit(1)
-                              .minimumScaleFactor(0.7)},
-                         HorizontalAlignment::center, 0)
-                      .padding(kGaugeLineWidth + 3);
+    View figure =
+        VStack({lockScreenText(data.remaining, QRVFont::subhead14Bold).lineLimit(1).minimumScaleFactor(0.5),
+                lockScreenText(data.condensedEnergyUnitTitle, QRVFont::micro10Regular)
+                    .lineLimit(1)
+                    .minimumScaleFactor(0.7)},
+               HorizontalAlignment::center, 0)
+            .padding(kGaugeLineWidth + 3);
     return ZStack({arc(kGaugeArcLength).stroke(QRVColor::neutralsBlack().opacity(kGaugeTrackOpacity), stroke),
                    arc(gaugeArcFraction(data.progress)).stroke(QRVColor::neutralsWhite(), stroke), figure})
         .padding(kGaugeInset);
@@ -195,18 +215,19 @@ View CaloriesConsumedWidgetView::rectangular() const {
         return lockScreenText(loginPrompt(), QRVFont::body14Bold)
             .lineLimit(3)
             .minimumScaleFactor(0.7)
-            .frame(FlexibleFrame{.maxWidth = infinity, .maxHeight = infinity, .alignment = Alignment::leading});
+            .frame(
+                FlexibleFrame{.maxWidth = infinity, .maxHeight = infinity, .alignment = Alignment::leading});
 
     const auto stats = viewModel.stats();
     auto statLine = [&](CaloriesConsumedWidgetStatType type) -> View {
         const auto found = stats.find(type);
         if (found == stats.end()) return EmptyView();
         const auto& stat = found->second;
-        return HStack({Image(stat.icon).resizable().tinted(QRVColor::neutralsWhite()).frame(12, 12),
-                       lockScreenText(stat.title, QRVFont::body14Regular).lineLimit(1).minimumScaleFactor(0.7),
-                       Spacer(4),
-                       lockScreenText(stat.value, QRVFont::body14Bold).lineLimit(1).minimumScaleFactor(0.6)},
-                      VerticalAlignment::center, 4);
+        return HStack(
+            {Image(stat.icon).resizable().tinted(QRVColor::neutralsWhite()).frame(12, 12),
+             lockScreenText(stat.title, QRVFont::body14Regular).lineLimit(1).minimumScaleFactor(0.7),
+             Spacer(4), lockScreenText(stat.value, QRVFont::body14Bold).lineLimit(1).minimumScaleFactor(0.6)},
+            VerticalAlignment::center, 4);
     };
     return VStack({lockScreenText(data.remaining + " " + data.subtitle, QRVFont::body16Bold)
                        .lineLimit(1)
@@ -220,7 +241,10 @@ View CaloriesConsumedWidgetView::rectangular() const {
 View CaloriesConsumedWidgetView::inlineText() const {
     const auto& data = viewModel.data;
     std::string line = data.isLoggedIn ? data.remaining + " " + data.subtitle : loginPrompt();
-    return Text(std::move(line)).foregroundColor(QRVColor::neutralsWhite()).lineLimit(1).minimumScaleFactor(0.5);
+    return Text(std::move(line))
+        .foregroundColor(QRVColor::neutralsWhite())
+        .lineLimit(1)
+        .minimumScaleFactor(0.5);
 }
 
 }  // namespace qrv::widget

@@ -11,12 +11,12 @@
 //                              remaining figure
 //   accessoryRectangular       remaining energy in bold, then food and exercise
 //   accessoryInline            "<remaining> <subtitle>" on one line
+#include <string>
+
 #include "Platform/drawing/View.hpp"
 #include "Platform/timeline/WidgetFamily.hpp"
 #include "Widget/Calories/AnimatedCircularProgressViewConfig.hpp"
 #include "Widget/Calories/CaloriesConsumedWidgetViewModel.hpp"
-
-#include <string>
 
 namespace qrv::widget {
 
@@ -52,7 +52,7 @@ struct CaloriesConsumedWidgetView {
     platform::View body() const;
     operator platform::View() const { return body(); }  // NOLINT: used as a view
 
-private:
+  private:
     platform::View homeScreen() const;
     platform::View circular() const;
     platform::View rectangular() const;

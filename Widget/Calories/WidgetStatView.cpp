@@ -1,9 +1,9 @@
 #include "Widget/Calories/WidgetStatView.hpp"
 
+#include <array>
+
 #include "QRVUICatalog/Colors/QRVColor.hpp"
 #include "QRVUICatalog/Fonts/QRVFont.hpp"
-
-#include <array>
 
 namespace qrv::widget {
 
@@ -18,7 +18,9 @@ constexpr std::array<std::string_view, 17> kUnicodeSpaces{
     "\u2006", "\u2007", "\u2008", "\u2009", "\u200A", "\u2028", "\u2029", "\u202F"};
 constexpr std::array<std::string_view, 2> kMoreUnicodeSpaces{"\u205F", "\u3000"};
 
-bool isAsciiSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r'; }
+bool isAsciiSpace(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r';
+}
 
 // The byte length of a whitespace character starting at `text`, or 0.
 std::size_t whitespaceLength(std::string_view text) {
@@ -47,10 +49,8 @@ std::string WidgetStatView::valueAccessibilityIdentifier(std::string_view title)
 
 View WidgetStatView::body() const {
     std::vector<View> row;
-    row.push_back(Image(icon)
-                      .resizable()
-                      .tinted(catalog::QRVColor::neutralsSecondary())
-                      .frame(kIconSize, kIconSize));
+    row.push_back(
+        Image(icon).resizable().tinted(catalog::QRVColor::neutralsSecondary()).frame(kIconSize, kIconSize));
     if (displaysTitle)
         row.push_back(Text(title)
                           .font(catalog::font(catalog::QRVFont::body14Regular, false))

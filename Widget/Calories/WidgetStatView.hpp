@@ -3,11 +3,11 @@
 // figure, as the main app wrote them ("Base Goal  1,500"). The figure carries
 // an accessibility identifier made from the title so that UI tests can find
 // it whatever the figure reads.
-#include "Platform/drawing/View.hpp"
-#include "Widget/Calories/CaloriesConsumedWidgetStat.hpp"
-
 #include <string>
 #include <string_view>
+
+#include "Platform/drawing/View.hpp"
+#include "Widget/Calories/CaloriesConsumedWidgetStat.hpp"
 
 namespace qrv::widget {
 

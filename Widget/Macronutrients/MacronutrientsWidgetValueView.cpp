@@ -1,11 +1,11 @@
 #include "Widget/Macronutrients/MacronutrientsWidgetValueView.hpp"
 
+#include <algorithm>
+
 #include "QRVUICatalog/Colors/QRVColor.hpp"
 #include "QRVUICatalog/Fonts/QRVFont.hpp"
 #include "Widget/Calories/AnimatedCircularProgressView.hpp"
 #include "Widget/Shared/LocalizedStringProvider.hpp"
-
-#include <algorithm>
 
 namespace qrv::widget {
 
@@ -29,9 +29,9 @@ View column(View name, View ring, View below, Size size) {
     // Never wider than the column: three rings side by side in a narrow widget
     // must not overlap.
     const double side = size.height * MacronutrientsWidgetValueView::kRingHeightRatio;
-    return VStack({std::move(name), std::move(ring).frame(std::min(side, size.width), side), std::move(below)},
-                  HorizontalAlignment::center,
-                  MacronutrientsWidgetValueView::kSpacing)
+    return VStack(
+               {std::move(name), std::move(ring).frame(std::min(side, size.width), side), std::move(below)},
+               HorizontalAlignment::center, MacronutrientsWidgetValueView::kSpacing)
         .frame(size.width, size.height);
 }
 

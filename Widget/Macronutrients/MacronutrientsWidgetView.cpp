@@ -1,13 +1,13 @@
 #include "Widget/Macronutrients/MacronutrientsWidgetView.hpp"
 
+#include <algorithm>
+#include <cmath>
+
 #include "QRVUICatalog/Colors/QRVColor.hpp"
 #include "QRVUICatalog/Fonts/QRVFont.hpp"
 #include "Widget/Calories/AnimatedCircularProgressView.hpp"
 #include "Widget/Macronutrients/MacronutrientsWidgetValueView.hpp"
 #include "Widget/Shared/LocalizedStringProvider.hpp"
-
-#include <algorithm>
-#include <cmath>
 
 namespace qrv::widget {
 
@@ -17,8 +17,9 @@ using catalog::QRVFont;
 
 namespace {
 
-constexpr std::array<MacronutrientsDataValueType, 3> kOrder{
-    MacronutrientsDataValueType::carbs, MacronutrientsDataValueType::fat, MacronutrientsDataValueType::protein};
+constexpr std::array<MacronutrientsDataValueType, 3> kOrder{MacronutrientsDataValueType::carbs,
+                                                            MacronutrientsDataValueType::fat,
+                                                            MacronutrientsDataValueType::protein};
 
 // The lock screen draws in one tint over the wallpaper: light text, whose
 // brightness is all that counts.
@@ -57,13 +58,17 @@ std::string MacronutrientsWidgetView::loginPrompt() const {
 
 View MacronutrientsWidgetView::body() const {
     switch (sizeFamily) {
-        case WidgetFamily::accessoryCircular: return circular();
-        case WidgetFamily::accessoryRectangular: return rectangular();
-        case WidgetFamily::accessoryInline: return inlineText();
+        case WidgetFamily::accessoryCircular:
+            return circular();
+        case WidgetFamily::accessoryRectangular:
+            return rectangular();
+        case WidgetFamily::accessoryInline:
+            return inlineText();
         case WidgetFamily::systemSmall:
         case WidgetFamily::systemMedium:
         case WidgetFamily::systemLarge:
-        case WidgetFamily::systemExtraLarge: break;
+        case WidgetFamily::systemExtraLarge:
+            break;
     }
     return medium();
 }
@@ -85,7 +90,8 @@ View MacronutrientsWidgetView::medium() const {
             VerticalAlignment::center, 8);
         return GeometryReader([list, rings](Size size) -> View {
                    const bool narrow = size.width < kMinimumWidthForRings;
-                   View content = narrow ? list.padding(kVerticalPadding) : rings.padding(Edges::horizontal(), kHorizontalPadding);
+                   View content = narrow ? list.padding(kVerticalPadding)
+                                         : rings.padding(Edges::horizontal(), kHorizontalPadding);
                    return content.frame(size.width, size.height);
                })
             .background(QRVColor::neutralsMidground2(), Edges::all());
@@ -97,7 +103,8 @@ View MacronutrientsWidgetView::medium() const {
         // the record has them.
         for (auto type : kOrder) {
             const auto value = viewModel.data.isLoggedIn ? viewModel.valueViewModel(type) : std::nullopt;
-            gauges.push_back(fill(MacronutrientsWidgetValueView::placeholder(value ? value->data.title : "")));
+            gauges.push_back(
+                fill(MacronutrientsWidgetValueView::placeholder(value ? value->data.title : "")));
         }
     }
     // The gauges take the whole height (each spaces its name, ring and line
@@ -121,22 +128,24 @@ View MacronutrientsWidgetView::compactList(const std::vector<MacronutrientsWidge
     std::vector<View> rows;
     for (const auto& value : values) {
         constexpr double ringSide = 30, trackWidth = 4;
-        View ring = AnimatedCircularProgressView{value.ringConfiguration(trackWidth), "", "", value.progress(),
-                                                 value.reverseProgress()}
+        View ring = AnimatedCircularProgressView{value.ringConfiguration(trackWidth), "", "",
+                                                 value.progress(), value.reverseProgress()}
                         .body()
                         .frame(ringSide, ringSide);
-        View texts = VStack({Text(value.data.title)
-                                 .font(catalog::font(QRVFont::label14Medium, false))
-                                 .foregroundColor(QRVColor::neutralsPrimary())
-                                 .lineLimit(1)
-                                 .minimumScaleFactor(0.7),
-                             Text(gramCount(value.data.value) + separator + gramCount(value.data.maxValue) + gram)
-                                 .font(catalog::font(QRVFont::footnote12Regular, false))
-                                 .foregroundColor(QRVColor::neutralsSecondary())
-                                 .lineLimit(1)
-                                 .minimumScaleFactor(0.6)},
-                            HorizontalAlignment::leading, 0);
-        rows.push_back(fill(HStack({ring, texts, Spacer(0)}, VerticalAlignment::center, 8), Alignment::leading));
+        View texts =
+            VStack({Text(value.data.title)
+                        .font(catalog::font(QRVFont::label14Medium, false))
+                        .foregroundColor(QRVColor::neutralsPrimary())
+                        .lineLimit(1)
+                        .minimumScaleFactor(0.7),
+                    Text(gramCount(value.data.value) + separator + gramCount(value.data.maxValue) + gram)
+                        .font(catalog::font(QRVFont::footnote12Regular, false))
+                        .foregroundColor(QRVColor::neutralsSecondary())
+                        .lineLimit(1)
+                        .minimumScaleFactor(0.6)},
+                   HorizontalAlignment::leading, 0);
+        rows.push_back(
+            fill(HStack({ring, texts, Spacer(0)}, VerticalAlignment::center, 8), Alignment::leading));
     }
     return VStack(std::move(rows), HorizontalAlignment::leading, 4);
 }
@@ -144,13 +153,19 @@ View MacronutrientsWidgetView::compactList(const std::vector<MacronutrientsWidge
 View MacronutrientsWidgetView::circular() const {
     const auto shown = values();
     if (!viewModel.data.isLoggedIn)
-        return lockScreenText(loginPrompt(), QRVFont::label12Medium).lineLimit(3).minimumScaleFactor(0.6).padding(6);
+        return lockScreenText(loginPrompt(), QRVFont::label12Medium)
+            .lineLimit(3)
+            .minimumScaleFactor(0.6)
+            .padding(6);
 
     // One arc per nutrient from twelve o'clock, carbs outermost, each over a
     // dark track; a missing figure leaves its track empty.
     constexpr double lineWidth = 5, gap = 1.5, inset = 2.5;
-    const StrokeStyle stroke{.lineWidth = lineWidth, .lineCap = LineCap::round, .lineJoin = LineJoin::miter,
-                             .miterLimit = 10, .dash = {}};
+    const StrokeStyle stroke{.lineWidth = lineWidth,
+                             .lineCap = LineCap::round,
+                             .lineJoin = LineJoin::miter,
+                             .miterLimit = 10,
+                             .dash = {}};
     std::vector<View> rings;
     for (std::size_t i = 0; i < kOrder.size(); ++i) {
         double progress = 0;
@@ -171,23 +186,25 @@ View MacronutrientsWidgetView::circular() const {
 View MacronutrientsWidgetView::rectangular() const {
     const auto shown = values();
     if (!viewModel.data.isLoggedIn)
-        return fill(VStack({lockScreenText(loginPrompt(), QRVFont::body14Bold).lineLimit(2).minimumScaleFactor(0.7),
-                            lockScreenText(localizedString("--"), QRVFont::body14Regular)},
-                           HorizontalAlignment::leading, 2),
-                    Alignment::leading);
+        return fill(
+            VStack({lockScreenText(loginPrompt(), QRVFont::body14Bold).lineLimit(2).minimumScaleFactor(0.7),
+                    lockScreenText(localizedString("--"), QRVFont::body14Regular)},
+                   HorizontalAlignment::leading, 2),
+            Alignment::leading);
     if (!shown) return fill(lockScreenText(localizedString("--"), QRVFont::body14Bold), Alignment::leading);
 
     const std::string separator = localizedString(" / ");
     const std::string gram = localizedString("unitSystems.gram.abbreviation.plural", "g");
     std::vector<View> lines;
     for (const auto& value : *shown) {
-        lines.push_back(HStack({lockScreenText(value.data.title, QRVFont::label14Medium).lineLimit(1).minimumScaleFactor(0.7),
-                                Spacer(6),
-                                lockScreenText(gramCount(value.data.value) + separator + gramCount(value.data.maxValue) + gram,
-                                               QRVFont::body14Bold)
-                                    .lineLimit(1)
-                                    .minimumScaleFactor(0.6)},
-                               VerticalAlignment::center, 0));
+        lines.push_back(HStack(
+            {lockScreenText(value.data.title, QRVFont::label14Medium).lineLimit(1).minimumScaleFactor(0.7),
+             Spacer(6),
+             lockScreenText(gramCount(value.data.value) + separator + gramCount(value.data.maxValue) + gram,
+                            QRVFont::body14Bold)
+                 .lineLimit(1)
+                 .minimumScaleFactor(0.6)},
+            VerticalAlignment::center, 0));
     }
     return fill(VStack(std::move(lines), HorizontalAlignment::leading, 2), Alignment::leading);
 }
@@ -206,7 +223,10 @@ View MacronutrientsWidgetView::inlineText() const {
     } else {
         line = localizedString("--");
     }
-    return Text(std::move(line)).foregroundColor(QRVColor::neutralsWhite()).lineLimit(1).minimumScaleFactor(0.5);
+    return Text(std::move(line))
+        .foregroundColor(QRVColor::neutralsWhite())
+        .lineLimit(1)
+        .minimumScaleFactor(0.5);
 }
 
 }  // namespace qrv::widget

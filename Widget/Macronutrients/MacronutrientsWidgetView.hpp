@@ -11,13 +11,13 @@
 //
 // The three are shown only when the record holds all of them; otherwise the
 // figures read "--". The deep link to the app is the widget's, not the view's.
-#include "Platform/drawing/View.hpp"
-#include "Platform/timeline/WidgetFamily.hpp"
-#include "Widget/Macronutrients/MacronutrientsWidgetViewModel.hpp"
-
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "Platform/drawing/View.hpp"
+#include "Platform/timeline/WidgetFamily.hpp"
+#include "Widget/Macronutrients/MacronutrientsWidgetViewModel.hpp"
 
 namespace qrv::widget {
 
@@ -42,7 +42,7 @@ struct MacronutrientsWidgetView {
     platform::View body() const;
     operator platform::View() const { return body(); }  // NOLINT: used as a view
 
-private:
+  private:
     platform::View medium() const;
     static platform::View compactList(const std::vector<MacronutrientsWidgetValueViewModel>& values);
     platform::View circular() const;

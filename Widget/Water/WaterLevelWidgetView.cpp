@@ -1,11 +1,11 @@
 #include "Widget/Water/WaterLevelWidgetView.hpp"
 
+#include <algorithm>
+#include <cmath>
+
 #include "QRVUICatalog/Colors/QRVColor.hpp"
 #include "QRVUICatalog/Fonts/QRVFont.hpp"
 #include "Widget/Shared/LocalizedStringProvider.hpp"
-
-#include <algorithm>
-#include <cmath>
 
 namespace qrv::widget {
 
@@ -53,35 +53,44 @@ View WaterLevelWidgetView::body() const {
             const bool reached = view.isReached(row);
             View mark = Divider()
                             .overlay(reached ? QRVColor::brandPrimaryBG() : QRVColor::neutralsQuaternary())
-                            .frame(FlexibleFrame{.minWidth = hasWidthFlag(row) ? std::optional(kShortMarkWidth) : std::nullopt,
-                                                 .maxWidth = hasWidthFlag(row) ? kShortMarkWidth : infinity,
-                                                 .minHeight = 1,
-                                                 .maxHeight = 1,
-                                                 .alignment = Alignment::center})
+                            .frame(FlexibleFrame{
+                                .minWidth = hasWidthFlag(row) ? std::optional(kShortMarkWidth) : std::nullopt,
+                                .maxWidth = hasWidthFlag(row) ? kShortMarkWidth : infinity,
+                                .minHeight = 1,
+                                .maxHeight = 1,
+                                .alignment = Alignment::center})
                             .framePreference(YPositionPreferenceKey::name(row.value));
-            marks.push_back(mark.frame(FlexibleFrame{.maxWidth = infinity, .minHeight = rowHeight,
-                                                     .maxHeight = rowHeight, .alignment = Alignment::center}));
+            marks.push_back(mark.frame(FlexibleFrame{.maxWidth = infinity,
+                                                     .minHeight = rowHeight,
+                                                     .maxHeight = rowHeight,
+                                                     .alignment = Alignment::center}));
             View label = EmptyView();
             if (row.type == WaterLevelRowType::large)
-                label = Text(localizedStringWithFormat(localizedString("%lld"), {row.value}))
-                            .font(catalog::font(catalog::QRVFont::label12Medium, false))
-                            .foregroundColor(reached ? QRVColor::brandPrimaryTxt() : QRVColor::neutralsPrimary())
-                            .lineLimit(1)
-                            .minimumScaleFactor(0.6);
-            labels.push_back(label.frame(FlexibleFrame{.maxWidth = infinity, .minHeight = rowHeight,
-                                                       .maxHeight = rowHeight, .alignment = Alignment::trailing}));
+                label =
+                    Text(localizedStringWithFormat(localizedString("%lld"), {row.value}))
+                        .font(catalog::font(catalog::QRVFont::label12Medium, false))
+                        .foregroundColor(reached ? QRVColor::brandPrimaryTxt() : QRVColor::neutralsPrimary())
+                        .lineLimit(1)
+                        .minimumScaleFactor(0.6);
+            labels.push_back(label.frame(FlexibleFrame{.maxWidth = infinity,
+                                                       .minHeight = rowHeight,
+                                                       .maxHeight = rowHeight,
+                                                       .alignment = Alignment::trailing}));
         }
         const EdgeInsets belowLowestMark{0, 0, rowHeight / 2, 0};
         View scale = VStack(std::move(marks), HorizontalAlignment::center, 0).padding(belowLowestMark);
 
         const double water = std::clamp(model.waterHeight(), 0.0, size.height);
-        View column = VStack({Spacer(0), Rectangle().fill(QRVColor::brandPrimary()).frame(std::nullopt, water)},
-                             HorizontalAlignment::center, 0);
-        View glass = ZStack({RoundedRectangle(kCornerRadius).fill(QRVColor::neutralsMidground1()), column, scale})
-                         .mask(RoundedRectangle(kCornerRadius).fill(Color::black()))
-                         .framePreference(HeightPreferenceKey::name);
-        View scaleLabels =
-            VStack(std::move(labels), HorizontalAlignment::trailing, 0).padding(belowLowestMark).frame(kLabelWidth, std::nullopt);
+        View column =
+            VStack({Spacer(0), Rectangle().fill(QRVColor::brandPrimary()).frame(std::nullopt, water)},
+                   HorizontalAlignment::center, 0);
+        View glass =
+            ZStack({RoundedRectangle(kCornerRadius).fill(QRVColor::neutralsMidground1()), column, scale})
+                .mask(RoundedRectangle(kCornerRadius).fill(Color::black()))
+                .framePreference(HeightPreferenceKey::name);
+        View scaleLabels = VStack(std::move(labels), HorizontalAlignment::trailing, 0)
+                               .padding(belowLowestMark)
+                               .frame(kLabelWidth, std::nullopt);
         return HStack({scaleLabels, glass}, VerticalAlignment::center, 8).frame(size.width, size.height);
     });
 }

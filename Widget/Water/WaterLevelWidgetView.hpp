@@ -11,16 +11,16 @@
 // Row geometry: the glass is 7.5 rows high, each mark in the middle of its row,
 // so the marks are one row apart and the lowest one is one row above the
 // bottom, which stands for 0.
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "Platform/drawing/Color.hpp"
 #include "Platform/drawing/Geometry.hpp"
 #include "Platform/drawing/View.hpp"
 #include "Platform/timeline/WidgetFamily.hpp"
 #include "Widget/Water/WaterLevelWidgetViewModel.hpp"
-
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace qrv::widget {
 
@@ -31,7 +31,9 @@ struct HeightPreferenceKey {
     static constexpr const char* name = "HeightPreferenceKey";
 };
 struct YPositionPreferenceKey {
-    static std::string name(std::int64_t rowValue) { return "YPositionPreferenceKey." + std::to_string(rowValue); }
+    static std::string name(std::int64_t rowValue) {
+        return "YPositionPreferenceKey." + std::to_string(rowValue);
+    }
 };
 
 struct WaterLevelWidgetView {

@@ -36,7 +36,8 @@ bool WaterWidgetView::showsGlass() const {
 
 bool WaterWidgetView::afterLayout(const std::vector<std::pair<std::string, Rect>>& preferences) const {
     if (!showsGlass()) return false;
-    return WaterLevelWidgetView{sizeFamily, colorScheme, viewModel->waterLevelViewModel()}.afterLayout(preferences);
+    return WaterLevelWidgetView{sizeFamily, colorScheme, viewModel->waterLevelViewModel()}.afterLayout(
+        preferences);
 }
 
 View WaterWidgetView::logButton() const {
@@ -52,7 +53,10 @@ View WaterWidgetView::logButton() const {
 }
 
 View WaterWidgetView::panel() const {
-    View title = HStack({Image(viewModel->topIconName()).resizable().tinted(QRVColor::brandPrimary()).frame(kIconSize, kIconSize),
+    View title = HStack({Image(viewModel->topIconName())
+                             .resizable()
+                             .tinted(QRVColor::brandPrimary())
+                             .frame(kIconSize, kIconSize),
                          Text(viewModel->topText())
                              .font(catalog::font(QRVFont::headline16Medium, false))
                              .foregroundColor(QRVColor::neutralsPrimary())
@@ -70,7 +74,8 @@ View WaterWidgetView::panel() const {
                      .foregroundColor(totalColor(colorScheme))
                      .lineLimit(1)
                      .minimumScaleFactor(0.5);
-    return filling(VStack({title, subtitle, Spacer(2), total, Spacer(2), logButton()}, HorizontalAlignment::center, 4))
+    return filling(VStack({title, subtitle, Spacer(2), total, Spacer(2), logButton()},
+                          HorizontalAlignment::center, 4))
         .padding(kPanelPadding)
         .background(QRVColor::neutralsMidground1(), Edges::all())
         .frame(kPanelWidth, std::nullopt);
@@ -79,13 +84,15 @@ View WaterWidgetView::panel() const {
 View WaterWidgetView::body() const {
     if (!viewModel) return EmptyView();
     if (!viewModel->isLoggedIn())
-        return WidgetLoggedOutView{.errorText = viewModel->loggedOutMessage(), .sizeFamily = sizeFamily}.body().widgetURL(
-            deepLink(sizeFamily));
+        return WidgetLoggedOutView{.errorText = viewModel->loggedOutMessage(), .sizeFamily = sizeFamily}
+            .body()
+            .widgetURL(deepLink(sizeFamily));
 
     View content;
     if (sizeFamily == WidgetFamily::systemMedium) {
-        View glass = WaterLevelWidgetView{sizeFamily, colorScheme, viewModel->waterLevelViewModel()}.body().padding(
-            kGlassPadding);
+        View glass =
+            WaterLevelWidgetView{sizeFamily, colorScheme, viewModel->waterLevelViewModel()}.body().padding(
+                kGlassPadding);
         content = HStack({panel(), filling(glass).background(QRVColor::neutralsMidground2(), Edges::all())},
                          VerticalAlignment::center, 0);
     } else {

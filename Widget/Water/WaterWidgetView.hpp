@@ -9,16 +9,16 @@
 // A tap on the button logs water through the log-water intent without opening
 // the app; a tap anywhere else opens the app at the deep link of the widget's
 // size. Logged out, the shared logged-out view shows the model's message.
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "Platform/drawing/Color.hpp"
 #include "Platform/drawing/Geometry.hpp"
 #include "Platform/drawing/View.hpp"
 #include "Platform/timeline/WidgetFamily.hpp"
 #include "Widget/Water/WaterWidgetViewModel.hpp"
-
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace qrv::widget {
 
@@ -45,7 +45,7 @@ struct WaterWidgetView {
     platform::View body() const;
     operator platform::View() const { return body(); }  // NOLINT: used as a view
 
-private:
+  private:
     platform::View panel() const;
     platform::View logButton() const;
     bool showsGlass() const;

@@ -1,8 +1,8 @@
 #include "Widget/Water/WaterWidgetViewLogAction.hpp"
 
-#include "Widget/Water/WaterWidgetIntent.hpp"
-
 #include <cmath>
+
+#include "Widget/Water/WaterWidgetIntent.hpp"
 
 namespace qrv::widget {
 
@@ -10,7 +10,8 @@ WaterLogAction waterLogAction(WaterWidgetUnit unit) {
     // The increments are whole units (8 oz, 250 ml, 2 cups): written without
     // a fraction, as the intent's amount text.
     const auto amount = static_cast<long long>(std::lround(increment(unit)));
-    return WaterLogAction{std::string(WaterWidgetIntent::name), {std::string(rawValue(unit)), std::to_string(amount)}};
+    return WaterLogAction{std::string(WaterWidgetIntent::name),
+                          {std::string(rawValue(unit)), std::to_string(amount)}};
 }
 
 }  // namespace qrv::widget

@@ -5,7 +5,8 @@ namespace qrv::widget {
 using namespace qrv::platform;
 
 std::string WidgetOverlayButton::deepLink(WidgetFamily family) {
-    return family == WidgetFamily::systemMedium ? "qrv://qrv/widgets/water_medium" : "qrv://qrv/widgets/water_small";
+    return family == WidgetFamily::systemMedium ? "qrv://qrv/widgets/water_medium"
+                                                : "qrv://qrv/widgets/water_small";
 }
 
 View WidgetOverlayButton::body() const {

@@ -7,10 +7,10 @@
 // (links inside it are not supported), so there it draws nothing and the
 // widget's URL alone applies. No fields: it reads the family from the
 // environment.
+#include <string>
+
 #include "Platform/drawing/View.hpp"
 #include "Platform/timeline/WidgetFamily.hpp"
-
-#include <string>
 
 namespace qrv::widget {
 

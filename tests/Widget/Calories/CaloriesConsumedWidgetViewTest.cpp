@@ -1,18 +1,17 @@
 // The calories widget's views: the deep link of each family, the action
 // buttons, the log-in prompt, the circular gauge's arcs, the stat rows'
 // identifiers and room for the largest figures.
-#include "Widget/Calories/CaloriesConsumedWidgetView.hpp"
-
-#include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
-#include "Widget/Calories/WidgetStatView.hpp"
-#include "Widget/Shared/LocalizedStringProvider.hpp"
-#include "tests/Widget/Calories/WidgetViewTestSupport.hpp"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 #include <numbers>
+
+#include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
+#include "Widget/Calories/CaloriesConsumedWidgetView.hpp"
+#include "Widget/Calories/WidgetStatView.hpp"
+#include "Widget/Shared/LocalizedStringProvider.hpp"
+#include "tests/Widget/Calories/WidgetViewTestSupport.hpp"
 
 namespace qrv::widget {
 namespace {
@@ -20,9 +19,9 @@ namespace {
 using namespace qrv::platform;
 using namespace qrv::widget::testing;
 
-constexpr std::array<WidgetFamily, 5> kFamilies{WidgetFamily::systemSmall, WidgetFamily::systemMedium,
-                                                WidgetFamily::accessoryCircular, WidgetFamily::accessoryRectangular,
-                                                WidgetFamily::accessoryInline};
+constexpr std::array<WidgetFamily, 5> kFamilies{
+    WidgetFamily::systemSmall, WidgetFamily::systemMedium, WidgetFamily::accessoryCircular,
+    WidgetFamily::accessoryRectangular, WidgetFamily::accessoryInline};
 
 CaloriesConsumedDataEntry entry(bool loggedIn = true, bool barcode = true) {
     auto e = CaloriesConsumedDataEntry::makeSample(Date{0});
@@ -56,7 +55,8 @@ TEST(CaloriesConsumedWidgetView, EachFamilyLinksToItsOwnPage) {
     };
     for (const auto& [family, url] : cases)
         for (bool loggedIn : {true, false})
-            EXPECT_EQ(render(entry(loggedIn), family).widgetURL, url) << name(family) << " loggedIn=" << loggedIn;
+            EXPECT_EQ(render(entry(loggedIn), family).widgetURL, url)
+                << name(family) << " loggedIn=" << loggedIn;
 }
 
 TEST(CaloriesConsumedWidgetView, HomeScreenOffersSearchAndBarcodeOnlyWhenAsked) {
@@ -69,8 +69,8 @@ TEST(CaloriesConsumedWidgetView, HomeScreenOffersSearchAndBarcodeOnlyWhenAsked) 
         // Logged out there is nothing to search for yet.
         EXPECT_TRUE(linkURLs(render(entry(false, true), family)).empty()) << name(family);
     }
-    for (auto family : {WidgetFamily::accessoryCircular, WidgetFamily::accessoryRectangular,
-                        WidgetFamily::accessoryInline})
+    for (auto family :
+         {WidgetFamily::accessoryCircular, WidgetFamily::accessoryRectangular, WidgetFamily::accessoryInline})
         EXPECT_TRUE(render(entry(), family).hitRegions.empty()) << name(family);
 }
 
@@ -117,8 +117,8 @@ std::vector<GaugeArc> gaugeArcs(const DisplayList& list) {
         for (const auto& el : s->path.elements())
             if (const auto* arc = std::get_if<PathArc>(&el)) {
                 double start = std::fmod(arc->startAngle * 180 / std::numbers::pi + 360, 360);
-                out.push_back({std::abs(arc->sweep) / (2 * std::numbers::pi), start, s->style.lineWidth, s->color,
-                               s->style.lineCap});
+                out.push_back({std::abs(arc->sweep) / (2 * std::numbers::pi), start, s->style.lineWidth,
+                               s->color, s->style.lineCap});
             }
     }
     return out;
@@ -127,7 +127,10 @@ std::vector<GaugeArc> gaugeArcs(const DisplayList& list) {
 TEST(CaloriesConsumedWidgetView, CircularGaugeDrawsItsShareOfTheOpenArc) {
     const struct {
         double progress, whiteFraction;
-    } cases[] = {{0.5, 0.335}, {0.25, 0.1675}, {1.0, 0.67}, {1.2, 0.67},
+    } cases[] = {{0.5, 0.335},
+                 {0.25, 0.1675},
+                 {1.0, 0.67},
+                 {1.2, 0.67},
                  {std::numeric_limits<double>::quiet_NaN(), 0.67}};
     for (const auto& c : cases) {
         auto e = entry();
@@ -164,7 +167,8 @@ TEST(CaloriesConsumedWidgetView, StatFiguresCarryIdentifiersFromTheirTitles) {
     for (const auto& element : render(entry(), WidgetFamily::systemSmall).accessibility)
         EXPECT_EQ(element.identifier.find("_value"), std::string::npos) << element.identifier;
 
-    EXPECT_EQ(WidgetStatView::valueAccessibilityIdentifier(" Base\tGoal \n"), "EnergyStatsView_BaseGoal_value");
+    EXPECT_EQ(WidgetStatView::valueAccessibilityIdentifier(" Base\tGoal \n"),
+              "EnergyStatsView_BaseGoal_value");
     // No-break and narrow no-break spaces of localized titles go too.
     EXPECT_EQ(WidgetStatView::valueAccessibilityIdentifier("Objectif\u00A0de\u202Fbase"),
               "EnergyStatsView_Objectifdebase_value");

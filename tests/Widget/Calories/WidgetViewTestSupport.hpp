@@ -3,11 +3,6 @@
 // by the fixed-advance measurer and every icon 16 × 16, so positions are exact
 // on every machine. Views with a two-pass layout get their second pass here as
 // the renderer gives it.
-#include "Platform/drawing/DisplayList.hpp"
-#include "Platform/drawing/FixedAdvanceTextMeasurer.hpp"
-#include "Platform/drawing/Layout.hpp"
-#include "Platform/drawing/Recorder.hpp"
-
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -17,6 +12,11 @@
 #include <utility>
 #include <vector>
 
+#include "Platform/drawing/DisplayList.hpp"
+#include "Platform/drawing/FixedAdvanceTextMeasurer.hpp"
+#include "Platform/drawing/Layout.hpp"
+#include "Platform/drawing/Recorder.hpp"
+
 namespace qrv::widget::testing {
 
 using Preferences = std::vector<std::pair<std::string, platform::Rect>>;
@@ -25,12 +25,18 @@ using Preferences = std::vector<std::pair<std::string, platform::Rect>>;
 inline platform::Size phoneSize(platform::WidgetFamily family) {
     using platform::WidgetFamily;
     switch (family) {
-        case WidgetFamily::systemSmall: return {158, 158};
-        case WidgetFamily::systemMedium: return {338, 158};
-        case WidgetFamily::accessoryCircular: return {72, 72};
-        case WidgetFamily::accessoryRectangular: return {160, 72};
-        case WidgetFamily::accessoryInline: return {234, 26};
-        default: return {338, 354};
+        case WidgetFamily::systemSmall:
+            return {158, 158};
+        case WidgetFamily::systemMedium:
+            return {338, 158};
+        case WidgetFamily::accessoryCircular:
+            return {72, 72};
+        case WidgetFamily::accessoryRectangular:
+            return {160, 72};
+        case WidgetFamily::accessoryInline:
+            return {234, 26};
+        default:
+            return {338, 354};
     }
 }
 inline platform::Size padSize(platform::WidgetFamily family) {
@@ -44,7 +50,7 @@ struct ViewRender {
     platform::WidgetFamily family = platform::WidgetFamily::systemSmall;
     platform::ColorScheme scheme = platform::ColorScheme::light;
     std::function<bool(const Preferences&)> afterLayout{};
-    int passes = 0;              // layouts done before recording
+    int passes = 0;             // layouts done before recording
     Preferences preferences{};  // of the last layout
 
     platform::DisplayList record(const std::function<platform::View()>& body) {

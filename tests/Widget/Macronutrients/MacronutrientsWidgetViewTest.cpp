@@ -1,15 +1,14 @@
 // The macronutrients widget's views: the log-in prompt and "--" in every
 // family, the three gauges only when all three nutrients are there, their
 // order and proportions, the over line, and room for four-digit grams.
-#include "Widget/Macronutrients/MacronutrientsWidgetView.hpp"
-
-#include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
-#include "Widget/Macronutrients/MacronutrientsWidgetValueView.hpp"
-#include "tests/Widget/Calories/WidgetViewTestSupport.hpp"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
+
+#include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
+#include "Widget/Macronutrients/MacronutrientsWidgetValueView.hpp"
+#include "Widget/Macronutrients/MacronutrientsWidgetView.hpp"
+#include "tests/Widget/Calories/WidgetViewTestSupport.hpp"
 
 namespace qrv::widget {
 namespace {
@@ -18,9 +17,9 @@ using namespace qrv::platform;
 using namespace qrv::widget::testing;
 using enum MacronutrientsDataValueType;
 
-constexpr std::array<WidgetFamily, 5> kFamilies{WidgetFamily::systemSmall, WidgetFamily::systemMedium,
-                                                WidgetFamily::accessoryCircular, WidgetFamily::accessoryRectangular,
-                                                WidgetFamily::accessoryInline};
+constexpr std::array<WidgetFamily, 5> kFamilies{
+    WidgetFamily::systemSmall, WidgetFamily::systemMedium, WidgetFamily::accessoryCircular,
+    WidgetFamily::accessoryRectangular, WidgetFamily::accessoryInline};
 
 MacronutrientsDataEntry entry(bool loggedIn = true) {
     auto e = MacronutrientsDataEntry::makeSample(Date{0});
@@ -48,7 +47,8 @@ TEST(MacronutrientsWidgetView, LoggedOutShowsThePromptInEveryFamilyAndDashesForF
         for (const auto& t : list.texts) all += t.text + "|";
         EXPECT_NE(all.find(prompt), std::string::npos) << name(family) << ": " << all;
         for (const char* figure : {"50", "165", "Carbs", "g left"})
-            EXPECT_EQ(all.find(figure), std::string::npos) << name(family) << " shows " << figure << ": " << all;
+            EXPECT_EQ(all.find(figure), std::string::npos)
+                << name(family) << " shows " << figure << ": " << all;
         expectNothingClipped(list, std::string(name(family)));
         EXPECT_FALSE(list.widgetURL) << "the widget, not the view, sets the link";
     }
@@ -89,7 +89,8 @@ TEST(MacronutrientsWidgetView, NutrientsRunCarbsFatProteinInEveryLayout) {
         ASSERT_EQ(rows.size(), 3u) << name(family);
         EXPECT_TRUE(std::ranges::is_sorted(rows)) << name(family);
     }
-    EXPECT_TRUE(showsText(render(entry(), WidgetFamily::accessoryInline), "Carbs 50g / Fat 35g / Protein 65g"));
+    EXPECT_TRUE(
+        showsText(render(entry(), WidgetFamily::accessoryInline), "Carbs 50g / Fat 35g / Protein 65g"));
     EXPECT_TRUE(showsText(render(entry(), WidgetFamily::accessoryRectangular), "50 / 165g"));
 }
 
@@ -125,7 +126,8 @@ TEST(MacronutrientsWidgetView, OverTheGoalReadsInBold) {
     for (const auto& o : list.ops)
         if (auto* t = std::get_if<op::DrawText>(&o)) {
             if (t->text.find("over") != std::string::npos) boldOver = t->font.weight == FontWeight::bold;
-            if (t->text.find("left") != std::string::npos) regularLeft = t->font.weight == FontWeight::regular;
+            if (t->text.find("left") != std::string::npos)
+                regularLeft = t->font.weight == FontWeight::regular;
         }
     EXPECT_TRUE(boldOver);
     EXPECT_TRUE(regularLeft);
@@ -146,7 +148,8 @@ TEST(MacronutrientsWidgetView, FourDigitGramsFitEveryFamilyOnPhoneAndTablet) {
             const auto list = render(e, family, size);
             expectNothingClipped(list, std::string(name(family)));
             if (family != WidgetFamily::accessoryCircular) {
-                EXPECT_TRUE(showsTextContaining(list, "1234") || showsTextContaining(list, "1,234")) << name(family);
+                EXPECT_TRUE(showsTextContaining(list, "1234") || showsTextContaining(list, "1,234"))
+                    << name(family);
             }
         }
 }

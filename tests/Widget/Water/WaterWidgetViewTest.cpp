@@ -1,14 +1,13 @@
 // The water widget's views: deep links by size, the log button's intent and
 // caption, the glass's two-pass layout (marks measured, water height from the
 // model, column drawn that high), the logged-out view and room for long totals.
-#include "Widget/Water/WaterWidgetView.hpp"
+#include <gtest/gtest.h>
 
 #include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
 #include "Widget/Water/WaterLevelWidgetView.hpp"
+#include "Widget/Water/WaterWidgetView.hpp"
 #include "Widget/Water/WaterWidgetViewLogAction.hpp"
 #include "tests/Widget/Calories/WidgetViewTestSupport.hpp"
-
-#include <gtest/gtest.h>
 
 namespace qrv::widget {
 namespace {
@@ -22,7 +21,8 @@ struct Rendered {
     std::shared_ptr<WaterWidgetViewModel> model;
 };
 
-Rendered render(WaterDataEntry entry, WidgetFamily family, Size size = {}, ColorScheme scheme = ColorScheme::light) {
+Rendered render(WaterDataEntry entry, WidgetFamily family, Size size = {},
+                ColorScheme scheme = ColorScheme::light) {
     Rendered out;
     out.model = std::make_shared<WaterWidgetViewModel>(entry);
     const WaterWidgetView view{scheme, family, out.model};
@@ -64,23 +64,27 @@ TEST(WaterWidgetView, ButtonLogsOneIncrementOfTheEntrysUnit) {
     const struct {
         WaterWidgetUnit unit;
         std::vector<std::string> parameters;
-    } cases[] = {{WaterWidgetUnit::oz, {"oz", "8"}}, {WaterWidgetUnit::ml, {"ml", "250"}},
+    } cases[] = {{WaterWidgetUnit::oz, {"oz", "8"}},
+                 {WaterWidgetUnit::ml, {"ml", "250"}},
                  {WaterWidgetUnit::cups, {"cups", "2"}}};
     for (const auto& c : cases) {
         EXPECT_EQ(waterLogAction(c.unit), (WaterLogAction{"WaterWidgetIntent", c.parameters}));
         for (auto family : {WidgetFamily::systemSmall, WidgetFamily::systemMedium}) {
             const auto r = render(entry(3, c.unit), family);
             // The button lies on top (last); the medium widget has the clear link under it.
-            ASSERT_EQ(r.list.hitRegions.size(), family == WidgetFamily::systemMedium ? 2u : 1u) << name(family);
+            ASSERT_EQ(r.list.hitRegions.size(), family == WidgetFamily::systemMedium ? 2u : 1u)
+                << name(family);
             const auto& button = r.list.hitRegions.back();
-            EXPECT_EQ(std::get<IntentInvocation>(button.target), (IntentInvocation{"WaterWidgetIntent", c.parameters}));
+            EXPECT_EQ(std::get<IntentInvocation>(button.target),
+                      (IntentInvocation{"WaterWidgetIntent", c.parameters}));
             const auto tapped = r.list.targetAt(button.rect.center());
             ASSERT_TRUE(tapped);
             EXPECT_TRUE(std::holds_alternative<IntentInvocation>(*tapped));
             // The caption is the model's, drawn white on a brand-tinted fill.
             bool caption = false;
             for (const auto& t : r.list.texts)
-                caption = caption || (t.shown == r.model->buttonText() && button.rect.contains(t.rect.center()));
+                caption =
+                    caption || (t.shown == r.model->buttonText() && button.rect.contains(t.rect.center()));
             EXPECT_TRUE(caption) << r.model->buttonText();
             bool filled = false;
             for (const auto& o : r.list.ops)
@@ -110,7 +114,7 @@ TEST(WaterWidgetView, GlassIsMeasuredThenFilledToTheModelsHeight) {
     const struct {
         float amount;
         WaterWidgetUnit unit;
-    } cases[] = {{24, WaterWidgetUnit::oz}, {4, WaterWidgetUnit::oz}, {3250, WaterWidgetUnit::ml},
+    } cases[] = {{24, WaterWidgetUnit::oz},  {4, WaterWidgetUnit::oz},   {3250, WaterWidgetUnit::ml},
                  {600, WaterWidgetUnit::ml}, {5, WaterWidgetUnit::cups}, {0, WaterWidgetUnit::oz}};
     for (const auto& c : cases) {
         const auto r = render(entry(c.amount, c.unit), WidgetFamily::systemMedium);
@@ -118,26 +122,29 @@ TEST(WaterWidgetView, GlassIsMeasuredThenFilledToTheModelsHeight) {
         const Glass glass = glassOf(r.render.preferences, level);
         ASSERT_GT(glass.frame.height(), 0);
         ASSERT_EQ(glass.marks.size(), 7u);
-        EXPECT_EQ(r.render.passes, c.amount > 0 ? 2 : 1) << c.amount;  // a second pass only when the water rose
+        EXPECT_EQ(r.render.passes, c.amount > 0 ? 2 : 1)
+            << c.amount;  // a second pass only when the water rose
 
         // The same measurements given to a fresh model give the same height.
         WaterLevelWidgetViewModel fresh(c.amount, c.unit);
         fresh.buildRows();
         fresh.setTotalHeight(glass.frame.height());
-        for (const auto& [value, mark] : glass.marks) fresh.updateRowPosition(value, mark.midY() - glass.frame.minY());
+        for (const auto& [value, mark] : glass.marks)
+            fresh.updateRowPosition(value, mark.midY() - glass.frame.minY());
         fresh.updateWaterHeight();
         EXPECT_DOUBLE_EQ(level.waterHeight(), fresh.waterHeight()) << c.amount;
 
         // On a mark, the surface is at the mark.
-        if (const auto mark = glass.marks.find(static_cast<std::int64_t>(c.amount)); mark != glass.marks.end()) {
+        if (const auto mark = glass.marks.find(static_cast<std::int64_t>(c.amount));
+            mark != glass.marks.end()) {
             EXPECT_NEAR(glass.frame.maxY() - level.waterHeight(), mark->second.midY(), 1e-9);
         }
 
         // The column drawn: brand colour, from the glass's bottom, that high.
         std::optional<Rect> column;
         for (const auto& o : r.list.ops)
-            if (auto* f = std::get_if<op::FillPath>(&o); f && f->color.name == "brandPrimary" &&
-                                                          glass.frame.contains(f->path.bounds().center()))
+            if (auto* f = std::get_if<op::FillPath>(&o);
+                f && f->color.name == "brandPrimary" && glass.frame.contains(f->path.bounds().center()))
                 column = f->path.bounds();
         if (c.amount == 0) continue;
         ASSERT_TRUE(column) << c.amount;
@@ -205,7 +212,8 @@ TEST(WaterWidgetView, LongTotalsFitOnPhoneAndTablet) {
                                   entry(14.5, WaterWidgetUnit::cups), entry(99999, WaterWidgetUnit::ml)}) {
                 const Size size = idiom == catalog::DeviceIdiom::pad ? padSize(family) : phoneSize(family);
                 const auto r = render(e, family, size);
-                expectNothingClipped(r.list, std::string(name(family)) + " " + r.model->waterRepresentation());
+                expectNothingClipped(r.list,
+                                     std::string(name(family)) + " " + r.model->waterRepresentation());
                 EXPECT_TRUE(showsText(r.list, r.model->waterRepresentation()));
             }
     }
