@@ -7,7 +7,7 @@ namespace qrv::host {
 
 std::optional<std::vector<std::string>> intentParameterNames(const std::string& intentName) {
     // An intent made without parameters still declares them, with their defaults.
-    const auto intent = platform::IntentRegistry::make(platform::IntentInvocation{intentName, {}});
+    const auto intent = platform::IntentRegistry::make(platform::IntentRequest{intentName, {}});
     if (!intent) return std::nullopt;
     std::vector<std::string> names;
     for (const auto& parameter : intent->parameters()) names.push_back(parameter.name);
@@ -15,7 +15,7 @@ std::optional<std::vector<std::string>> intentParameterNames(const std::string& 
 }
 
 bool performIntent(const IntentRequest& request, const platform::Clock& clock) {
-    platform::IntentInvocation invocation{request.intentName, {}};
+    platform::IntentRequest invocation{request.intentName, {}};
     for (const auto& [name, value] : request.parameters) invocation.parameters.push_back({name, value});
     auto intent = platform::IntentRegistry::make(invocation);
     if (!intent) return false;

@@ -20,7 +20,7 @@ Registry& registry() {
 
 }  // namespace
 
-std::optional<std::string> IntentInvocation::parameter(std::string_view name) const {
+std::optional<std::string> IntentRequest::parameter(std::string_view name) const {
     for (const auto& p : parameters)
         if (p.name == name) return p.value;
     return std::nullopt;
@@ -40,7 +40,7 @@ std::vector<std::string> IntentRegistry::registeredNames() {
     return names;
 }
 
-std::unique_ptr<AppIntent> IntentRegistry::make(const IntentInvocation& invocation) {
+std::unique_ptr<AppIntent> IntentRegistry::make(const IntentRequest& invocation) {
     IntentFactory factory;
     {
         auto& r = registry();
@@ -52,7 +52,7 @@ std::unique_ptr<AppIntent> IntentRegistry::make(const IntentInvocation& invocati
     return factory(invocation);
 }
 
-bool IntentRegistry::perform(const IntentInvocation& invocation) {
+bool IntentRegistry::perform(const IntentRequest& invocation) {
     auto intent = make(invocation);
     if (!intent) return false;
     intent->perform();

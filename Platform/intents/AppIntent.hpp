@@ -1,7 +1,7 @@
 #pragma once
 // Actions the widget host runs for a widget's button: an intent is a name, an
 // ordered list of text parameters and a perform operation. A button carries an
-// IntentInvocation (which intent, with which texts); the host turns it back into
+// IntentRequest (which intent, with which texts); the host turns it back into
 // the intent through the registry and performs it, then reloads the widget.
 #include <functional>
 #include <memory>
@@ -20,13 +20,13 @@ struct IntentParameter {
 };
 
 // Everything needed to run an intent again later, possibly in another process.
-struct IntentInvocation {
+struct IntentRequest {
     std::string intentName;
     std::vector<IntentParameter> parameters;  // in the intent's declaration order
 
     // The value of the parameter called `name`, if the invocation carries it.
     std::optional<std::string> parameter(std::string_view name) const;
-    friend bool operator==(const IntentInvocation&, const IntentInvocation&) = default;
+    friend bool operator==(const IntentRequest&, const IntentRequest&) = default;
 };
 
 class AppIntent {
@@ -40,7 +40,7 @@ public:
     // nothing is thrown to the host.
     virtual void perform() = 0;
 
-    IntentInvocation invocation() const { return IntentInvocation{intentName(), parameters()}; }
+    IntentRequest invocation() const { return IntentRequest{intentName(), parameters()}; }
 
 protected:
     AppIntent() = default;
@@ -50,7 +50,7 @@ protected:
 
 // Makes an intent from an invocation's parameters; a parameter that is missing
 // takes the intent's own default.
-using IntentFactory = std::function<std::unique_ptr<AppIntent>(const IntentInvocation&)>;
+using IntentFactory = std::function<std::unique_ptr<AppIntent>(const IntentRequest&)>;
 
 // The process's intents by name. Registering a name again replaces its factory.
 class IntentRegistry {
@@ -58,9 +58,9 @@ public:
     static void registerIntent(std::string name, IntentFactory factory);
     static std::vector<std::string> registeredNames();
     // Nothing when no intent of that name is registered.
-    static std::unique_ptr<AppIntent> make(const IntentInvocation& invocation);
+    static std::unique_ptr<AppIntent> make(const IntentRequest& invocation);
     // make + perform; false when the name is unknown.
-    static bool perform(const IntentInvocation& invocation);
+    static bool perform(const IntentRequest& invocation);
 };
 
 // For a static in the intent's own source file: registers it at start-up.

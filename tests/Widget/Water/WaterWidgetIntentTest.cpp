@@ -10,7 +10,7 @@
 
 using namespace qrv::widget;
 using qrv::platform::Date;
-using qrv::platform::IntentInvocation;
+using qrv::platform::IntentRequest;
 using qrv::platform::IntentRegistry;
 using qrv::platform::ManualClock;
 
@@ -91,9 +91,9 @@ TEST(WaterWidgetIntentTest, PlainInitializerAndInvocationRoundTrip) {
     ASSERT_NE(rebuilt, nullptr);
     EXPECT_EQ(rebuilt->invocation(), invocation);
     // A button that carries no parameters gets the plain defaults.
-    EXPECT_EQ(IntentRegistry::make(IntentInvocation{"WaterWidgetIntent", {}})->invocation(), plain.invocation());
-    EXPECT_EQ(IntentRegistry::make(IntentInvocation{"NoSuchIntent", {}}), nullptr);
-    EXPECT_FALSE(IntentRegistry::perform(IntentInvocation{"NoSuchIntent", {}}));
+    EXPECT_EQ(IntentRegistry::make(IntentRequest{"WaterWidgetIntent", {}})->invocation(), plain.invocation());
+    EXPECT_EQ(IntentRegistry::make(IntentRequest{"NoSuchIntent", {}}), nullptr);
+    EXPECT_FALSE(IntentRegistry::perform(IntentRequest{"NoSuchIntent", {}}));
 }
 
 }  // namespace
