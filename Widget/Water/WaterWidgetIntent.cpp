@@ -7,13 +7,13 @@ namespace {
 
 // Buttons run the intent by name through the registry.
 const platform::IntentRegistration registration{
-    std::string(WaterWidgetIntent::name), [](const platform::IntentInvocation& invocation) {
+    std::string(WaterWidgetIntent::name), [](const platform::IntentRequest& invocation) {
         return std::make_unique<WaterWidgetIntent>(WaterWidgetIntent::fromInvocation(invocation));
     }};
 
 }  // namespace
 
-WaterWidgetIntent WaterWidgetIntent::fromInvocation(const platform::IntentInvocation& invocation) {
+WaterWidgetIntent WaterWidgetIntent::fromInvocation(const platform::IntentRequest& invocation) {
     WaterWidgetIntent intent;
     if (auto value = invocation.parameter("waterValue")) intent.waterValue = std::move(*value);
     if (auto unit = invocation.parameter("waterUnit")) intent.waterUnit = std::move(*unit);

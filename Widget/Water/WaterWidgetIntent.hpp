@@ -33,7 +33,7 @@ public:
     WaterWidgetIntent(std::string unit, std::string value) : waterValue(std::move(value)), waterUnit(std::move(unit)) {}
 
     // Rebuilds the intent a button carries; missing parameters keep their defaults.
-    static WaterWidgetIntent fromInvocation(const platform::IntentInvocation& invocation);
+    static WaterWidgetIntent fromInvocation(const platform::IntentRequest& invocation);
 
     // Where "now" and the list come from; the process's clock and the shared
     // writer unless set. Both must outlive the intent.
