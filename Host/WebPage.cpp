@@ -127,7 +127,7 @@ body.regions .tap.whole { outline: 2px dashed rgba(255,255,255,.8); outline-offs
 body.regions .tap.link { background: rgba(10,132,255,.18); outline: 2px dashed #0a84ff; }
 body.regions .tap.intent { background: rgba(48,209,88,.22); outline: 2px dashed #30d158; }
 .widget.busy .tap.intent { cursor: progress; }
-figcaption { font-size: 12px; text-align: center; color: rgba(255,255,255,.95); text-shadow: 0 1px 2px rgba(0,0,0,.45); max-width: 100%; }
+figcaption { font-size: 12px; line-height: 1.3; text-align: center; color: rgba(255,255,255,.95); text-shadow: 0 1px 2px rgba(0,0,0,.45); max-width: 100%; }
 figcaption .detail { display: block; font-size: 11px; opacity: .8; }
 .badge { display: inline-block; font-size: 10px; padding: 0 6px; border-radius: 999px; background: rgba(0,0,0,.35); margin-left: 4px; }
 footer { max-width: 760px; margin: 0 auto 40px; padding: 0 16px; font-size: 13px; text-align: center; }
@@ -297,6 +297,8 @@ std::string_view webPageScript() {
 
   function updateFigure(widget, figure, force) {
     const surface = figure.querySelector(".surface");
+    // The caption wraps under its widget instead of widening the grid cell.
+    figure.style.width = `${widget.size.width}px`;
     surface.style.width = `${widget.size.width}px`;
     surface.style.height = `${widget.size.height}px`;
     const version = String(widget.version);
@@ -316,6 +318,7 @@ std::string_view webPageScript() {
     figure.dataset.placeholder = String(widget.placeholder);
     figure.dataset.entryDate = widget.entryDate || "";
     figure.dataset.texts = JSON.stringify(widget.texts.map((t) => t.shown));
+    figure.dataset.givenTexts = JSON.stringify(widget.texts.map((t) => t.text));
     figure.classList.toggle("placeholder", widget.placeholder);
 
     const caption = figure.querySelector("figcaption");

@@ -51,13 +51,15 @@ function writeRecords(records) {
 }
 // Dates travel as seconds since 2001-01-01 UTC.
 const nowReference = () => Date.now() / 1000 - 978307200;
-function calories(consumed, remaining) {
+// A subtitle with markup in it must come out as text.
+const trickySubtitle = 'Left <b id="injected">today</b> & "then"';
+function calories(consumed, remaining, subtitle = "Remaining") {
   return {
     date: nowReference(), isLoggedIn: true, shouldShowBarcodeButton: true,
     energyUnitTitle: "cals", condensedEnergyUnitTitle: "cal",
     goalTitle: "Base Goal", goal: "2,000", goalAdjustedForExercise: "2,320",
     consumedTitle: "Food", consumed, exerciseTitle: "Exercise", exercise: "320",
-    remaining, subtitle: "Remaining", progress: 0.6, reverseProgress: 0.16, exerciseProgress: 0.16,
+    remaining, subtitle, progress: 0.6, reverseProgress: 0.16, exerciseProgress: 0.16,
   };
 }
 writeRecords({
@@ -99,17 +101,19 @@ const page = context.pages()[0] || await context.newPage();
 const problems = [];
 page.on("pageerror", (error) => problems.push(`page error: ${error.message}`));
 
-const texts = (id) => page.$eval(`figure[data-id="${id}"]`, (figure) => JSON.parse(figure.dataset.texts || "[]"));
-async function waitForTexts(id, expected, what, timeout = 15000) {
+// "texts": as drawn (cut short with "…" where they do not fit); "givenTexts": as the record gave them.
+const texts = (id, field) => page.$eval(`figure[data-id="${id}"]`,
+  (figure, key) => JSON.parse(figure.dataset[key] || "[]"), field);
+async function waitForTexts(id, expected, what, timeout = 15000, field = "texts") {
   try {
-    await page.waitForFunction(([widgetId, wanted]) => {
+    await page.waitForFunction(([widgetId, wanted, key]) => {
       const figure = document.querySelector(`figure[data-id="${widgetId}"]`);
-      if (!figure || !figure.dataset.texts) return false;
-      const shown = JSON.parse(figure.dataset.texts);
+      if (!figure || !figure.dataset[key]) return false;
+      const shown = JSON.parse(figure.dataset[key]);
       return wanted.every((text) => shown.includes(text));
-    }, [id, expected], { timeout, polling: 200 });
+    }, [id, expected, field], { timeout, polling: 200 });
   } catch (error) {
-    throw new Error(`${what}: ${id} shows ${JSON.stringify(await texts(id).catch(() => []))}, ` +
+    throw new Error(`${what}: ${id} shows ${JSON.stringify(await texts(id, field).catch(() => []))}, ` +
       `expected ${JSON.stringify(expected)}`);
   }
 }
@@ -142,14 +146,17 @@ await step("two taps on the water button add two increments", async () => {
 });
 
 await step("a record the app writes shows up without a refresh", async () => {
-  writeRecords({ CaloriesData: calories("1,500", "820") });
-  await waitForTexts("calories-systemSmall", ["820", "Remaining"], "the new calories record", 10000);
+  writeRecords({ CaloriesData: calories("1,500", "820", trickySubtitle) });
+  await waitForTexts("calories-systemSmall", ["820"], "the new calories record", 10000);
+  await waitForTexts("calories-systemSmall", [trickySubtitle], "the new record's subtitle", 10000, "givenTexts");
   await waitForTexts("calories-systemMedium", ["1,500"], "the new record's food figure", 10000);
+  if (await page.$("#injected")) throw new Error("a record's text was put into the page as markup");
 });
 
 await step("past midnight the widgets show the new day", async () => {
   await page.click("#to-midnight");
-  await waitForTexts("calories-systemSmall", ["2,000", "Remaining"], "calories after midnight", 30000);
+  await waitForTexts("calories-systemSmall", ["2,000"], "calories after midnight", 30000);
+  await waitForTexts("calories-systemSmall", [trickySubtitle], "the subtitle after midnight", 10000, "givenTexts");
   await waitForTexts("calories-systemMedium", ["Food", "0", "Exercise"], "calories rows after midnight");
   await waitForTexts("macronutrients-accessoryInline", ["Carbs 0g / Fat 0g / Protein 0g"], "macronutrients after midnight");
   await waitForTexts("macronutrients-systemMedium", ["250 g left", "67 g left", "100 g left"], "macronutrient rings after midnight");
