@@ -151,6 +151,8 @@ std::string_view webPageScript() {
     systemSmall: "Small", systemMedium: "Medium", systemLarge: "Large", systemExtraLarge: "Extra large",
     accessoryCircular: "Circular", accessoryRectangular: "Rectangular", accessoryInline: "Inline",
   };
+  const familyOrder = ["systemSmall", "systemMedium", "systemLarge", "systemExtraLarge",
+    "accessoryCircular", "accessoryRectangular", "accessoryInline"];
   let state = null;
   let fetchedAt = 0;
   let shownVersion = -1;
@@ -307,7 +309,8 @@ std::string_view webPageScript() {
     if (force || img.dataset.src !== wanted) {
       // Swap once the new picture is loaded, so the widget never blinks.
       const next = new Image();
-      next.onload = () => { img.src = wanted; };
+      // Only the latest picture may take over: an older one can finish loading last.
+      next.onload = () => { if (img.dataset.src === wanted) img.src = wanted; };
       next.src = wanted;
       img.dataset.src = wanted;
       if (!img.src) img.src = wanted;
@@ -333,9 +336,10 @@ std::string_view webPageScript() {
     const detail = document.createElement("span");
     detail.className = "detail";
     const parts = [];
-    if (!widget.placeholder) parts.push(`entry ${widget.entryIndex + 1} of ${widget.entryCount} from ${shortTime(widget.entryDate)}`);
-    if (widget.waiting) parts.push("asking for a timeline…");
-    else if (widget.nextReload) parts.push(`next timeline ${shortTime(widget.nextReload)}`);
+    if (!widget.placeholder) parts.push(`entry ${widget.entryIndex + 1}/${widget.entryCount} from ${shortTime(widget.entryDate)}`);
+    if (widget.waiting) parts.push("reloading…");
+    else if (widget.nextReload) parts.push(`reload ${shortTime(widget.nextReload)}`);
+    detail.title = "The entry shown now, and when the reload policy asks for a new timeline";
     detail.textContent = parts.join(" · ");
     caption.append(detail);
   }
@@ -356,6 +360,8 @@ std::string_view webPageScript() {
       const parent = widget.screen === "home" ? $("home")
         : widget.family === "accessoryInline" ? $("lock-inline") : $("lock");
       if (figure.parentElement !== parent) parent.append(figure);
+      // Small widgets side by side, then the wider ones, each in gallery order.
+      figure.style.order = String(familyOrder.indexOf(widget.family));
       updateFigure(widget, figure, force);
     }
     document.body.dataset.version = String(state.version);
