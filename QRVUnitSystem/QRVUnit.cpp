@@ -1,9 +1,9 @@
 #include "QRVUnitSystem/QRVUnit.hpp"
 
-#include "QRVUnitSystem/UnitSystemLoader.hpp"
-
 #include <cmath>
 #include <string>
+
+#include "QRVUnitSystem/UnitSystemLoader.hpp"
 
 namespace qrv::units {
 namespace {
@@ -61,7 +61,7 @@ std::optional<QRVUnitValue> QRVUnitValue::initWithUnit(const QRVUnit& unit, doub
 std::optional<QRVUnit> QRVUnitValue::unit() const { return QRVUnit::unitWithType(unitType_); }
 
 std::optional<std::string> QRVUnitValue::stringRepresentationToDecimalPlaces(int decimalPlaces,
-                                                                           bool abbreviated) const {
+                                                                             bool abbreviated) const {
     const auto lib = unitSystem();
     if (!lib) return std::nullopt;
     return readText([&](char* buffer, std::size_t capacity) {
@@ -72,8 +72,9 @@ std::optional<std::string> QRVUnitValue::stringRepresentationToDecimalPlaces(int
 std::optional<std::string> QRVUnitValue::roundedValueAsString() const {
     const auto lib = unitSystem();
     if (!lib) return std::nullopt;
-    return readText(
-        [&](char* buffer, std::size_t capacity) { return lib->formatRounded(unitType_, value_, buffer, capacity); });
+    return readText([&](char* buffer, std::size_t capacity) {
+        return lib->formatRounded(unitType_, value_, buffer, capacity);
+    });
 }
 
 std::optional<QRVUnitValue> QRVUnitValue::convertToUnitValueWithUnitType(int unitType) const {

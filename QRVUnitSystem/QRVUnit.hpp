@@ -17,7 +17,7 @@ enum QRVUnitType : int {
 };
 
 class QRVUnit {
-public:
+  public:
     // The unit of a type code; nothing when the library is unavailable or does
     // not know the code.
     static std::optional<QRVUnit> unitWithType(int unitType);
@@ -30,13 +30,13 @@ public:
 
     friend bool operator==(const QRVUnit&, const QRVUnit&) = default;
 
-private:
+  private:
     explicit QRVUnit(int unitType) : unitType_(unitType) {}
     int unitType_;
 };
 
 class QRVUnitValue {
-public:
+  public:
     // Nothing when the library is unavailable, the code is unknown or the value
     // is not finite.
     static std::optional<QRVUnitValue> initWithUnitType(int unitType, double value);
@@ -55,7 +55,7 @@ public:
 
     friend bool operator==(const QRVUnitValue&, const QRVUnitValue&) = default;
 
-private:
+  private:
     QRVUnitValue(int unitType, double value) : unitType_(unitType), value_(value) {}
     int unitType_;
     double value_;

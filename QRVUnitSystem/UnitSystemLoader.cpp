@@ -32,7 +32,8 @@ LoaderState& state() {
 
 std::string candidateIn(const std::string& fileOrDirectory) {
     std::error_code ec;
-    if (fs::is_directory(fileOrDirectory, ec)) return (fs::path(fileOrDirectory) / kUnitSystemFileName).string();
+    if (fs::is_directory(fileOrDirectory, ec))
+        return (fs::path(fileOrDirectory) / kUnitSystemFileName).string();
     return fileOrDirectory;
 }
 
@@ -72,7 +73,8 @@ std::shared_ptr<const UnitSystemFunctions> tryLoad(const std::string& path, std:
     functions->path = path;
     QRVUnitSystemABIVersionFn version = nullptr;
     if (!lookUp(handle, "QRVUnitSystemABIVersion", version) || version() != QRV_UNIT_SYSTEM_ABI_VERSION) {
-        why = path + ": not a unit system of interface version " + std::to_string(QRV_UNIT_SYSTEM_ABI_VERSION);
+        why =
+            path + ": not a unit system of interface version " + std::to_string(QRV_UNIT_SYSTEM_ABI_VERSION);
         return nullptr;
     }
     if (!lookUp(handle, "QRVUnitIsKnownType", functions->isKnownType) ||

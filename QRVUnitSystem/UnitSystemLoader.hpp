@@ -11,12 +11,12 @@
 // interface version counts as unavailable: every unit operation then answers
 // nothing and callers fall back. The first use loads; the answer is kept for
 // the life of the process unless reloaded.
-#include "QRVUnitSystem/Library/QRVUnitSystemABI.hpp"
-
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "QRVUnitSystem/Library/QRVUnitSystemABI.hpp"
 
 namespace qrv::units {
 

@@ -30,7 +30,7 @@ struct IntentRequest {
 };
 
 class AppIntent {
-public:
+  public:
     virtual ~AppIntent() = default;
 
     virtual std::string intentName() const = 0;
@@ -42,7 +42,7 @@ public:
 
     IntentRequest invocation() const { return IntentRequest{intentName(), parameters()}; }
 
-protected:
+  protected:
     AppIntent() = default;
     AppIntent(const AppIntent&) = default;
     AppIntent& operator=(const AppIntent&) = default;
@@ -54,7 +54,7 @@ using IntentFactory = std::function<std::unique_ptr<AppIntent>(const IntentReque
 
 // The process's intents by name. Registering a name again replaces its factory.
 class IntentRegistry {
-public:
+  public:
     static void registerIntent(std::string name, IntentFactory factory);
     static std::vector<std::string> registeredNames();
     // Nothing when no intent of that name is registered.

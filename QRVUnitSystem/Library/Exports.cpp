@@ -1,9 +1,9 @@
 // The exported C functions: thin, exception-free wrappers over Units.cpp.
-#include "QRVUnitSystem/Library/QRVUnitSystemABI.hpp"
-#include "QRVUnitSystem/Library/Units.hpp"
-
 #include <cstring>
 #include <string>
+
+#include "QRVUnitSystem/Library/QRVUnitSystemABI.hpp"
+#include "QRVUnitSystem/Library/Units.hpp"
 
 using qrv::units::library::findUnit;
 
@@ -40,8 +40,9 @@ long QRVUnitName(int unitType, int abbreviated, int plural, char* buffer, size_t
     const auto* unit = findUnit(unitType);
     if (unit == nullptr) return -1;
     try {
-        const auto name = abbreviated != 0 ? (plural != 0 ? unit->abbreviationPlural : unit->abbreviationSingular)
-                                           : (plural != 0 ? unit->namePlural : unit->nameSingular);
+        const auto name = abbreviated != 0
+                              ? (plural != 0 ? unit->abbreviationPlural : unit->abbreviationSingular)
+                              : (plural != 0 ? unit->namePlural : unit->nameSingular);
         return copyOut(std::string(name), buffer, capacity);
     } catch (...) {
         return -1;

@@ -37,7 +37,8 @@ QRV_UNIT_SYSTEM_EXPORT int QRVUnitDefaultDecimalPlaces(int unitType, int* out);
 // Writes the unit's name: abbreviated ("ml") or full ("milliliters"), singular
 // or plural. Returns the name's length, or -1 for an unknown unit. The buffer
 // gets at most capacity - 1 bytes and a terminating NUL (snprintf style).
-QRV_UNIT_SYSTEM_EXPORT long QRVUnitName(int unitType, int abbreviated, int plural, char* buffer, size_t capacity);
+QRV_UNIT_SYSTEM_EXPORT long QRVUnitName(int unitType, int abbreviated, int plural, char* buffer,
+                                        size_t capacity);
 
 // Converts a value between two units of the same dimension. Returns 1, or 0
 // when either unit is unknown, the dimensions differ (volume vs mass) or the
@@ -53,7 +54,8 @@ QRV_UNIT_SYSTEM_EXPORT long QRVUnitValueFormat(int unitType, double value, int d
 
 // Writes the number alone, rounded half away from zero to the unit's default
 // decimal places (a whole number for grams). Same returns as QRVUnitValueFormat.
-QRV_UNIT_SYSTEM_EXPORT long QRVUnitValueFormatRounded(int unitType, double value, char* buffer, size_t capacity);
+QRV_UNIT_SYSTEM_EXPORT long QRVUnitValueFormatRounded(int unitType, double value, char* buffer,
+                                                      size_t capacity);
 
 // Pointer types for clients that look the functions up with dlsym.
 typedef int (*QRVUnitSystemABIVersionFn)(void);

@@ -71,7 +71,8 @@ std::optional<std::string> roundedDecimalText(double value, int decimalPlaces) {
         integerPart = "0";
         fraction = std::string(static_cast<std::size_t>(-integerDigits), '0') + significand;
     } else if (static_cast<std::size_t>(integerDigits) >= significand.size()) {
-        integerPart = significand + std::string(static_cast<std::size_t>(integerDigits) - significand.size(), '0');
+        integerPart =
+            significand + std::string(static_cast<std::size_t>(integerDigits) - significand.size(), '0');
     } else {
         integerPart = significand.substr(0, static_cast<std::size_t>(integerDigits));
         fraction = significand.substr(static_cast<std::size_t>(integerDigits));
@@ -97,12 +98,14 @@ std::optional<std::string> roundedDecimalText(double value, int decimalPlaces) {
     return result;
 }
 
-std::optional<std::string> formatValue(const UnitInfo& unit, double value, int decimalPlaces, bool abbreviated) {
+std::optional<std::string> formatValue(const UnitInfo& unit, double value, int decimalPlaces,
+                                       bool abbreviated) {
     auto number = roundedDecimalText(value, decimalPlaces);
     if (!number) return std::nullopt;
     const bool singular = *number == "1" || *number == "-1";
-    const std::string_view name = abbreviated ? (singular ? unit.abbreviationSingular : unit.abbreviationPlural)
-                                              : (singular ? unit.nameSingular : unit.namePlural);
+    const std::string_view name = abbreviated
+                                      ? (singular ? unit.abbreviationSingular : unit.abbreviationPlural)
+                                      : (singular ? unit.nameSingular : unit.namePlural);
     return *number + " " + std::string(name);
 }
 

@@ -39,6 +39,7 @@ std::optional<std::string> roundedDecimalText(double value, int decimalPlaces);
 
 // "<number> <name>", the name singular only for a plain "1" (English counts
 // "1.0 cups" as plural).
-std::optional<std::string> formatValue(const UnitInfo& unit, double value, int decimalPlaces, bool abbreviated);
+std::optional<std::string> formatValue(const UnitInfo& unit, double value, int decimalPlaces,
+                                       bool abbreviated);
 
 }  // namespace qrv::units::library

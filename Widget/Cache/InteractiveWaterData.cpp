@@ -25,13 +25,15 @@ InteractiveWaterData decodeRecord(const JSONValue& value) {
 }  // namespace
 
 std::optional<InteractiveWaterDataList> decodeInteractiveWaterDataList(std::span<const std::uint8_t> json) {
-    return platform::decodeJSON<InteractiveWaterDataList>(json, [](const JSONValue& root) {
-               auto array = root.unkeyedContainer();
-               InteractiveWaterDataList records;
-               records.reserve(array.count());
-               while (!array.isAtEnd()) records.push_back(decodeRecord(array.next()));
-               return records;
-           })
+    return platform::decodeJSON<InteractiveWaterDataList>(
+               json,
+               [](const JSONValue& root) {
+                   auto array = root.unkeyedContainer();
+                   InteractiveWaterDataList records;
+                   records.reserve(array.count());
+                   while (!array.isAtEnd()) records.push_back(decodeRecord(array.next()));
+                   return records;
+               })
         .toOptional();
 }
 

@@ -16,17 +16,17 @@ namespace qrv::widget {
 // Any record the interactive cache can store. Only water exists today; the
 // writer's behaviour for other kinds is part of its contract.
 class InteractiveWidgetData {
-public:
+  public:
     virtual ~InteractiveWidgetData() = default;
 
-protected:
+  protected:
     InteractiveWidgetData() = default;
     InteractiveWidgetData(const InteractiveWidgetData&) = default;
     InteractiveWidgetData& operator=(const InteractiveWidgetData&) = default;
 };
 
 class InteractiveWaterData final : public InteractiveWidgetData {
-public:
+  public:
     platform::Date date;
     float waterValue = 0;
     WaterWidgetUnit waterUnit = WaterWidgetUnit::oz;
@@ -47,7 +47,7 @@ using InteractiveWaterDataList = std::vector<InteractiveWaterData>;
 
 // A record that cannot be written as JSON (an amount or date that is not finite).
 class InteractiveDataEncodingError : public std::runtime_error {
-public:
+  public:
     using std::runtime_error::runtime_error;
 };
 

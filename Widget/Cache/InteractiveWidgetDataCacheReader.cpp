@@ -12,15 +12,15 @@ std::any InteractiveWaterDataReadStrategy::decode(const platform::PropertyListVa
     return std::move(*records);
 }
 
-InteractiveWidgetDataCacheReader::InteractiveWidgetDataCacheReader(Strategies strategies,
-                                                                   std::shared_ptr<platform::UserDefaults> store)
+InteractiveWidgetDataCacheReader::InteractiveWidgetDataCacheReader(
+    Strategies strategies, std::shared_ptr<platform::UserDefaults> store)
     : strategies_(std::move(strategies)), store_(std::move(store)) {}
 
 InteractiveWidgetDataCacheReader& InteractiveWidgetDataCacheReader::shared() {
     // Never destroyed: tasks may still read while the process exits.
     static auto* reader = new InteractiveWidgetDataCacheReader(
-        {{InteractiveWidgetDataType::water,
-          std::make_shared<InteractiveWaterDataReadStrategy>(std::string(WidgetStoreKeys::waterInteractiveData))}});
+        {{InteractiveWidgetDataType::water, std::make_shared<InteractiveWaterDataReadStrategy>(
+                                                std::string(WidgetStoreKeys::waterInteractiveData))}});
     return *reader;
 }
 
@@ -28,8 +28,8 @@ std::shared_ptr<platform::UserDefaults> InteractiveWidgetDataCacheReader::store(
     return store_ ? store_ : WidgetSettings::defaults();
 }
 
-std::any InteractiveWidgetDataCacheReader::decode(InteractiveWidgetDataType type,
-                                                  const std::optional<platform::PropertyListValue>& stored) const {
+std::any InteractiveWidgetDataCacheReader::decode(
+    InteractiveWidgetDataType type, const std::optional<platform::PropertyListValue>& stored) const {
     const auto it = strategies_.find(type);
     if (it == strategies_.end() || !stored) return {};
     return it->second->decode(*stored);

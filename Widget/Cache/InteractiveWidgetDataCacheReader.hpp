@@ -16,7 +16,7 @@
 namespace qrv::widget {
 
 class InteractiveWidgetDataCacheReadStrategy {
-public:
+  public:
     virtual ~InteractiveWidgetDataCacheReadStrategy() = default;
     virtual std::string dataKey() const = 0;
     // The stored value decoded into the type's list; empty when it does not
@@ -34,15 +34,16 @@ struct InteractiveWaterDataReadStrategy final : InteractiveWidgetDataCacheReadSt
 };
 
 class InteractiveWidgetDataCacheReaderProtocol {
-public:
+  public:
     virtual ~InteractiveWidgetDataCacheReaderProtocol() = default;
     // The type's list (for water an InteractiveWaterDataList); empty for nothing.
     virtual std::any read(InteractiveWidgetDataType type) const = 0;
 };
 
 class InteractiveWidgetDataCacheReader final : public InteractiveWidgetDataCacheReaderProtocol {
-public:
-    using Strategies = std::map<InteractiveWidgetDataType, std::shared_ptr<const InteractiveWidgetDataCacheReadStrategy>>;
+  public:
+    using Strategies =
+        std::map<InteractiveWidgetDataType, std::shared_ptr<const InteractiveWidgetDataCacheReadStrategy>>;
 
     // `store` null means the shared store (WidgetSettings::defaults()), looked
     // up at each read so that the host can choose its container first.
@@ -62,11 +63,12 @@ public:
     // The decoding step alone, for a value already fetched (the writer decodes
     // the current list under the store's lock with it). Empty for no strategy,
     // a missing value or one that does not decode.
-    std::any decode(InteractiveWidgetDataType type, const std::optional<platform::PropertyListValue>& stored) const;
+    std::any decode(InteractiveWidgetDataType type,
+                    const std::optional<platform::PropertyListValue>& stored) const;
 
     std::shared_ptr<platform::UserDefaults> store() const;
 
-private:
+  private:
     Strategies strategies_;
     std::shared_ptr<platform::UserDefaults> store_;
 };

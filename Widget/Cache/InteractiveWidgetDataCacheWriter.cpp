@@ -50,27 +50,29 @@ std::optional<PropertyListValue::Data> InteractiveWaterDataWriteStrategy::encode
 
     InteractiveWaterDataList records;
     if (current) {
-        auto decoded = InteractiveWidgetDataCacheReader::shared().decode(InteractiveWidgetDataType::water, current);
+        auto decoded =
+            InteractiveWidgetDataCacheReader::shared().decode(InteractiveWidgetDataType::water, current);
         if (auto* list = std::any_cast<InteractiveWaterDataList>(&decoded)) {
             records = std::move(*list);
         } else {
             if (!replaceable || *replaceable != *current) throw UnreadableInteractiveData(*current);
-            if (const auto* data = current->dataValue()) records = salvageInteractiveWaterDataList(*data).records;
+            if (const auto* data = current->dataValue())
+                records = salvageInteractiveWaterDataList(*data).records;
         }
     }
     records.push_back(*water);
     return encodeInteractiveWaterDataList(records);
 }
 
-InteractiveWidgetDataCacheWriter::InteractiveWidgetDataCacheWriter(Strategies strategies,
-                                                                   std::shared_ptr<platform::UserDefaults> store)
+InteractiveWidgetDataCacheWriter::InteractiveWidgetDataCacheWriter(
+    Strategies strategies, std::shared_ptr<platform::UserDefaults> store)
     : strategies_(std::move(strategies)), store_(std::move(store)) {}
 
 InteractiveWidgetDataCacheWriter& InteractiveWidgetDataCacheWriter::shared() {
     // Never destroyed: an intent may still be writing while the process exits.
     static auto* writer = new InteractiveWidgetDataCacheWriter(
-        {{InteractiveWidgetDataType::water,
-          std::make_shared<InteractiveWaterDataWriteStrategy>(std::string(WidgetStoreKeys::waterInteractiveData))}});
+        {{InteractiveWidgetDataType::water, std::make_shared<InteractiveWaterDataWriteStrategy>(
+                                                std::string(WidgetStoreKeys::waterInteractiveData))}});
     return *writer;
 }
 

@@ -24,17 +24,17 @@ namespace qrv::widget {
 // Thrown by a write strategy that finds a value under its key that it cannot
 // read; carries that value so the writer can keep it before replacing it.
 class UnreadableInteractiveData : public std::runtime_error {
-public:
+  public:
     explicit UnreadableInteractiveData(platform::PropertyListValue value)
         : std::runtime_error("stored value does not decode"), value_(std::move(value)) {}
     const platform::PropertyListValue& value() const { return value_; }
 
-private:
+  private:
     platform::PropertyListValue value_;
 };
 
 class InteractiveWidgetDataCacheWriteStrategy {
-public:
+  public:
     virtual ~InteractiveWidgetDataCacheWriteStrategy() = default;
     virtual std::string dataKey() const = 0;
     // The complete new value for dataKey(), given the value stored there now
@@ -68,14 +68,15 @@ enum class InteractiveWriteResult {
 };
 
 class InteractiveWidgetDataCacheWriterProtocol {
-public:
+  public:
     virtual ~InteractiveWidgetDataCacheWriterProtocol() = default;
     // Never throws.
-    virtual InteractiveWriteResult write(const InteractiveWidgetData& record, InteractiveWidgetDataType type) = 0;
+    virtual InteractiveWriteResult write(const InteractiveWidgetData& record,
+                                         InteractiveWidgetDataType type) = 0;
 };
 
 class InteractiveWidgetDataCacheWriter final : public InteractiveWidgetDataCacheWriterProtocol {
-public:
+  public:
     using Strategies =
         std::map<InteractiveWidgetDataType, std::shared_ptr<const InteractiveWidgetDataCacheWriteStrategy>>;
 
@@ -94,9 +95,10 @@ public:
     const Strategies& strategies() const { return strategies_; }
     std::shared_ptr<platform::UserDefaults> store() const;
 
-    InteractiveWriteResult write(const InteractiveWidgetData& record, InteractiveWidgetDataType type) override;
+    InteractiveWriteResult write(const InteractiveWidgetData& record,
+                                 InteractiveWidgetDataType type) override;
 
-private:
+  private:
     Strategies strategies_;
     std::shared_ptr<platform::UserDefaults> store_;
 };

@@ -11,7 +11,8 @@ enum class InteractiveWidgetDataType { water };
 // For messages: "Water".
 constexpr std::string_view typeName(InteractiveWidgetDataType type) {
     switch (type) {
-        case InteractiveWidgetDataType::water: return "Water";
+        case InteractiveWidgetDataType::water:
+            return "Water";
     }
     return "Unknown";
 }

@@ -1,8 +1,9 @@
 #include "Widget/Water/FloatParsing.hpp"
 
+#include <locale.h>
+
 #include <clocale>
 #include <cstdlib>
-#include <locale.h>
 #include <string>
 
 namespace qrv::widget {

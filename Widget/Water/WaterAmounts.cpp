@@ -1,7 +1,7 @@
 #include "Widget/Water/WaterAmounts.hpp"
 
-#include "QRVUnitSystem/QRVUnit.hpp"
 #include "Platform/coding/FloatDescription.hpp"
+#include "QRVUnitSystem/QRVUnit.hpp"
 
 namespace qrv::widget {
 
@@ -28,9 +28,10 @@ float totalAmount(const std::vector<InteractiveWaterData>& records, WaterWidgetU
             sum += record.waterValue;
             continue;
         }
-        const auto value =
-            QRVUnitValue::initWithUnitType(unitTypeCode(record.waterUnit), static_cast<double>(record.waterValue));
-        const auto converted = value ? value->convertToUnitValueWithUnitType(unitTypeCode(unit)) : std::nullopt;
+        const auto value = QRVUnitValue::initWithUnitType(unitTypeCode(record.waterUnit),
+                                                          static_cast<double>(record.waterValue));
+        const auto converted =
+            value ? value->convertToUnitValueWithUnitType(unitTypeCode(unit)) : std::nullopt;
         // A conversion the library cannot do keeps the amount as logged rather than losing it.
         sum += converted ? static_cast<float>(converted->value()) : record.waterValue;
     }

@@ -16,7 +16,7 @@
 namespace qrv::widget {
 
 class WaterWidgetIntent final : public platform::AppIntent {
-public:
+  public:
     // The name buttons and the host run it by; also its title's string key.
     static constexpr std::string_view name = "WaterWidgetIntent";
     static constexpr std::string_view title = "WaterWidgetIntent";
@@ -30,7 +30,8 @@ public:
     // What the platform makes before filling in the parameters: "oz" and "0".
     WaterWidgetIntent() = default;
     // Unit first, then amount, as the button builds it.
-    WaterWidgetIntent(std::string unit, std::string value) : waterValue(std::move(value)), waterUnit(std::move(unit)) {}
+    WaterWidgetIntent(std::string unit, std::string value)
+        : waterValue(std::move(value)), waterUnit(std::move(unit)) {}
 
     // Rebuilds the intent a button carries; missing parameters keep their defaults.
     static WaterWidgetIntent fromInvocation(const platform::IntentRequest& invocation);
@@ -60,7 +61,7 @@ public:
     std::vector<platform::IntentParameter> parameters() const override;
     void perform() override { log(); }
 
-private:
+  private:
     const platform::Clock* clock_ = nullptr;
     InteractiveWidgetDataCacheWriterProtocol* writer_ = nullptr;
 };

@@ -1,6 +1,5 @@
 // log-water and the water widget's provider commands, run as the real program.
 #include <gtest/gtest.h>
-
 #include <sys/wait.h>
 
 #include <array>
@@ -27,7 +26,7 @@ struct RunResult {
 };
 
 class LogWaterTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         char pattern[] = "/tmp/qrv-log-water-XXXXXX";
         ASSERT_NE(::mkdtemp(pattern), nullptr);
@@ -40,13 +39,14 @@ protected:
     // Runs qrv-widgets in Berlin time on the test's container; standard error is
     // left to the test log.
     RunResult run(const std::string& arguments) const {
-        const std::string command = "TZ=Europe/Berlin '" + std::string(QRV_BIN_DIR) + "/qrv-widgets' " + arguments +
-                                    " --container '" + container_.string() + "'";
+        const std::string command = "TZ=Europe/Berlin '" + std::string(QRV_BIN_DIR) + "/qrv-widgets' " +
+                                    arguments + " --container '" + container_.string() + "'";
         RunResult result;
         FILE* pipe = ::popen(command.c_str(), "r");
         if (pipe == nullptr) return result;
         std::array<char, 4096> buffer{};
-        while (const auto n = std::fread(buffer.data(), 1, buffer.size(), pipe)) result.out.append(buffer.data(), n);
+        while (const auto n = std::fread(buffer.data(), 1, buffer.size(), pipe))
+            result.out.append(buffer.data(), n);
         const int status = ::pclose(pipe);
         result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
         return result;
@@ -95,11 +95,13 @@ TEST_F(LogWaterTest, TwoTapsShowInTheTimelineButNotTheSnapshot) {
     const auto entries = this->entries(timeline.out);
     ASSERT_EQ(entries.size(), 2u);
     EXPECT_EQ(entries[0], (WaterDataEntry{morning, true, 1000, WaterWidgetUnit::ml}));
-    EXPECT_EQ(entries[1], (WaterDataEntry{*berlin_.date({2024, 3, 10, 0, 0, 0}), true, 0, WaterWidgetUnit::ml}));
+    EXPECT_EQ(entries[1],
+              (WaterDataEntry{*berlin_.date({2024, 3, 10, 0, 0, 0}), true, 0, WaterWidgetUnit::ml}));
 
     const auto snapshot = run("snapshot --widget water --now 2024-03-09T15:00:00");
     ASSERT_EQ(snapshot.exitCode, 0);
-    EXPECT_EQ(this->entries(snapshot.out), std::vector<WaterDataEntry>{(WaterDataEntry{morning, true, 500, WaterWidgetUnit::ml})});
+    EXPECT_EQ(this->entries(snapshot.out),
+              std::vector<WaterDataEntry>{(WaterDataEntry{morning, true, 500, WaterWidgetUnit::ml})});
 }
 
 TEST_F(LogWaterTest, ReadsTextsAsTheWidgetDoesAndRefusesOnlyWhatCannotBeStored) {
@@ -119,7 +121,8 @@ TEST_F(LogWaterTest, ReadsTextsAsTheWidgetDoesAndRefusesOnlyWhatCannotBeStored) 
         {"log-water --unit ml --amount 250 --now yesterday", 2, {zeroOunces, twoCups}},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(run(std::string(c.arguments) + " --now 2024-03-09T15:00:00").exitCode, c.exitCode) << c.arguments;
+        EXPECT_EQ(run(std::string(c.arguments) + " --now 2024-03-09T15:00:00").exitCode, c.exitCode)
+            << c.arguments;
         EXPECT_EQ(logged(), c.loggedAfter) << c.arguments;
     }
 }

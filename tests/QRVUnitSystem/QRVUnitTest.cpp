@@ -1,21 +1,20 @@
-#include "QRVUnitSystem/QRVUnit.hpp"
-#include "QRVUnitSystem/UnitSystemLoader.hpp"
-
-#include <gtest/gtest.h>
-
 #include <dlfcn.h>
+#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <limits>
 #include <string>
 #include <vector>
 
+#include "QRVUnitSystem/QRVUnit.hpp"
+#include "QRVUnitSystem/UnitSystemLoader.hpp"
+
 using namespace qrv::units;
 
 namespace {
 
 class UnitSystemTest : public ::testing::Test {
-protected:
+  protected:
     // Every test starts from the library found next to the test program.
     void SetUp() override { reloadUnitSystem(std::string(QRV_BIN_DIR)); }
     void TearDown() override { reloadUnitSystem(); }
@@ -39,13 +38,13 @@ TEST_F(UnitSystemTest, FormatsRoundingHalfAwayFromZero) {
         {kQRVUnitTypeMillilitre, 250, 0, true, "250 ml"},
         {kQRVUnitTypeMillilitre, 249.5, 0, true, "250 ml"},
         {kQRVUnitTypeMillilitre, -249.5, 0, true, "-250 ml"},
-        {kQRVUnitTypeMillilitre, 2.5, 0, true, "3 ml"},  // not to even
+        {kQRVUnitTypeMillilitre, 2.5, 0, true, "3 ml"},   // not to even
         {kQRVUnitTypeMillilitre, -0.4, 0, true, "0 ml"},  // no "-0"
         {kQRVUnitTypeUSCup, 2, 1, true, "2.0 cups"},
         {kQRVUnitTypeUSCup, 1, 0, true, "1 cup"},
         {kQRVUnitTypeUSCup, 1, 1, true, "1.0 cups"},
         {kQRVUnitTypeUSCup, 0.25, 1, true, "0.3 cups"},
-        {kQRVUnitTypeUSFluidOunce, 8.45, 1, true, "8.5 fl oz"},  // 8.4499999999999993 in binary
+        {kQRVUnitTypeUSFluidOunce, 8.45, 1, true, "8.5 fl oz"},   // 8.4499999999999993 in binary
         {kQRVUnitTypeUSFluidOunce, 8.45f, 1, true, "8.4 fl oz"},  // a float widened is 8.44999980926...
         {kQRVUnitTypeGram, 1e-7, 0, true, "0 g"},
         {kQRVUnitTypeGram, 0.000951, 3, true, "0.001 g"},
@@ -65,18 +64,21 @@ TEST_F(UnitSystemTest, FormatsRoundingHalfAwayFromZero) {
 TEST_F(UnitSystemTest, RefusesWhatItCannotRepresent) {
     EXPECT_FALSE(QRVUnitValue::initWithUnitType(13, 1));
     EXPECT_FALSE(QRVUnitValue::initWithUnitType(18, 1));
-    EXPECT_FALSE(QRVUnitValue::initWithUnitType(kQRVUnitTypeMillilitre, std::numeric_limits<double>::infinity()));
-    EXPECT_FALSE(QRVUnitValue::initWithUnitType(kQRVUnitTypeMillilitre, std::numeric_limits<double>::quiet_NaN()));
+    EXPECT_FALSE(
+        QRVUnitValue::initWithUnitType(kQRVUnitTypeMillilitre, std::numeric_limits<double>::infinity()));
+    EXPECT_FALSE(
+        QRVUnitValue::initWithUnitType(kQRVUnitTypeMillilitre, std::numeric_limits<double>::quiet_NaN()));
     const auto ml = QRVUnitValue::initWithUnitType(kQRVUnitTypeMillilitre, 1);
     ASSERT_TRUE(ml);
     EXPECT_FALSE(ml->stringRepresentationToDecimalPlaces(-1, true));
     EXPECT_FALSE(ml->stringRepresentationToDecimalPlaces(21, true));
     EXPECT_FALSE(ml->convertToUnitValueWithUnitType(kQRVUnitTypeGram));
-    EXPECT_FALSE(QRVUnitValue::initWithUnitType(kQRVUnitTypeGram, 1)->convertToUnitValueWithUnitType(kQRVUnitTypeUSCup));
+    EXPECT_FALSE(QRVUnitValue::initWithUnitType(kQRVUnitTypeGram, 1)
+                     ->convertToUnitValueWithUnitType(kQRVUnitTypeUSCup));
     EXPECT_FALSE(ml->convertToUnitValueWithUnitType(99));
     // Overflowing a conversion is refused rather than answered with infinity.
-    EXPECT_FALSE(QRVUnitValue::initWithUnitType(kQRVUnitTypeUSCup, 1e308)->convertToUnitValueWithUnitType(
-        kQRVUnitTypeMillilitre));
+    EXPECT_FALSE(QRVUnitValue::initWithUnitType(kQRVUnitTypeUSCup, 1e308)
+                     ->convertToUnitValueWithUnitType(kQRVUnitTypeMillilitre));
 }
 
 TEST_F(UnitSystemTest, ConvertsVolumesWithUsCustomaryFactors) {
@@ -95,14 +97,17 @@ TEST_F(UnitSystemTest, ConvertsVolumesWithUsCustomaryFactors) {
         {kQRVUnitTypeMillilitre, 250, kQRVUnitTypeMillilitre, 250},
     };
     for (const auto& c : cases) {
-        auto converted = QRVUnitValue::initWithUnitType(c.from, c.value)->convertToUnitValueWithUnitType(c.to);
+        auto converted =
+            QRVUnitValue::initWithUnitType(c.from, c.value)->convertToUnitValueWithUnitType(c.to);
         ASSERT_TRUE(converted) << c.from << "->" << c.to;
         EXPECT_DOUBLE_EQ(converted->value(), c.expected) << c.from << "->" << c.to;
         EXPECT_EQ(converted->unitType(), c.to);
     }
     // Whole-unit relations stay exact, not merely close.
-    EXPECT_EQ(QRVUnitValue::initWithUnitType(kQRVUnitTypeUSCup, 3)->convertToUnitValueWithUnitType(
-                  kQRVUnitTypeUSFluidOunce)->value(), 24.0);
+    EXPECT_EQ(QRVUnitValue::initWithUnitType(kQRVUnitTypeUSCup, 3)
+                  ->convertToUnitValueWithUnitType(kQRVUnitTypeUSFluidOunce)
+                  ->value(),
+              24.0);
 }
 
 TEST_F(UnitSystemTest, UnitsAndRoundedText) {
@@ -113,12 +118,9 @@ TEST_F(UnitSystemTest, UnitsAndRoundedText) {
         const char* rounded;
     };
     const Case cases[] = {
-        {kQRVUnitTypeUSCup, 1, 2, "2.0"},
-        {kQRVUnitTypeMillilitre, 0, 249.5, "250"},
-        {kQRVUnitTypeUSFluidOunce, 1, 8.45, "8.5"},
-        {kQRVUnitTypeGram, 0, 15.4, "15"},
-        {kQRVUnitTypeGram, 0, 15.5, "16"},
-        {kQRVUnitTypeGram, 0, -15.5, "-16"},
+        {kQRVUnitTypeUSCup, 1, 2, "2.0"},           {kQRVUnitTypeMillilitre, 0, 249.5, "250"},
+        {kQRVUnitTypeUSFluidOunce, 1, 8.45, "8.5"}, {kQRVUnitTypeGram, 0, 15.4, "15"},
+        {kQRVUnitTypeGram, 0, 15.5, "16"},          {kQRVUnitTypeGram, 0, -15.5, "-16"},
     };
     for (const auto& c : cases) {
         auto value = QRVUnitValue::initWithUnitType(c.type, c.value);

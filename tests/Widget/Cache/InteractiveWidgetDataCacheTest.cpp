@@ -33,8 +33,8 @@ TEST(InteractiveWaterDataCodingTest, DecodesOnlyCompleteRecords) {
         {R"([])", true},
         {R"([{"date":754000000,"waterValue":250,"waterUnit":"ml"}])", true},
         {R"([{"waterUnit":"cups","extra":null,"waterValue":2.5,"date":-1.5}])", true},
-        {R"([{"date":754000000,"waterValue":250}])", false},                       // key missing
-        {R"([{"date":754000000,"waterValue":250,"waterUnit":"ML"}])", false},      // unit is case-sensitive
+        {R"([{"date":754000000,"waterValue":250}])", false},                   // key missing
+        {R"([{"date":754000000,"waterValue":250,"waterUnit":"ML"}])", false},  // unit is case-sensitive
         {R"([{"date":754000000,"waterValue":null,"waterUnit":"ml"}])", false},
         {R"([{"date":"2024-01-01","waterValue":250,"waterUnit":"ml"}])", false},  // dates are numbers
         {R"([{"date":754000000,"waterValue":1e39,"waterUnit":"ml"}])", false},    // beyond a float
@@ -55,7 +55,8 @@ TEST(InteractiveWaterDataCodingTest, EncodesCompactlyAndRoundTrips) {
                              R"({"date":-978307200,"waterValue":0.1,"waterUnit":"cups"},)"
                              R"({"date":1e-05,"waterValue":8,"waterUnit":"oz"}])");
     EXPECT_EQ(decodeInteractiveWaterDataList(bytes), records);
-    EXPECT_THROW(encodeInteractiveWaterDataList({{Date{0}, std::numeric_limits<float>::quiet_NaN(), WaterWidgetUnit::oz}}),
+    EXPECT_THROW(encodeInteractiveWaterDataList(
+                     {{Date{0}, std::numeric_limits<float>::quiet_NaN(), WaterWidgetUnit::oz}}),
                  InteractiveDataEncodingError);
 }
 
@@ -63,7 +64,7 @@ TEST(InteractiveWaterDataCodingTest, EncodesCompactlyAndRoundTrips) {
 struct OtherData final : InteractiveWidgetData {};
 
 class InteractiveCacheTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         char pattern[] = "/tmp/qrv-interactive-XXXXXX";
         ASSERT_NE(::mkdtemp(pattern), nullptr);
@@ -74,12 +75,14 @@ protected:
 
     InteractiveWidgetDataCacheReader reader() const {
         return InteractiveWidgetDataCacheReader(
-            {{InteractiveWidgetDataType::water, std::make_shared<InteractiveWaterDataReadStrategy>(std::string(kKey))}},
+            {{InteractiveWidgetDataType::water,
+              std::make_shared<InteractiveWaterDataReadStrategy>(std::string(kKey))}},
             store_);
     }
     InteractiveWidgetDataCacheWriter writer() const {
         return InteractiveWidgetDataCacheWriter(
-            {{InteractiveWidgetDataType::water, std::make_shared<InteractiveWaterDataWriteStrategy>(std::string(kKey))}},
+            {{InteractiveWidgetDataType::water,
+              std::make_shared<InteractiveWaterDataWriteStrategy>(std::string(kKey))}},
             store_);
     }
 
@@ -121,7 +124,8 @@ TEST_F(InteractiveCacheTest, UnreadableListIsKeptAndWhatStillReadsCarriesOver) {
         InteractiveWaterDataList carried;
     };
     const Case cases[] = {
-        {PropertyListValue(dataOf(damaged)), {{Date{1}, 250, WaterWidgetUnit::ml}, {Date{3}, 8, WaterWidgetUnit::oz}}},
+        {PropertyListValue(dataOf(damaged)),
+         {{Date{1}, 250, WaterWidgetUnit::ml}, {Date{3}, 8, WaterWidgetUnit::oz}}},
         {PropertyListValue(dataOf("\x01garbage")), {}},
         {PropertyListValue("a string"), {}},
     };
@@ -145,7 +149,8 @@ TEST_F(InteractiveCacheTest, OtherKindsRemoveTheListAndBadRecordsLeaveItAlone) {
     const InteractiveWaterData tap{Date{10}, 250, WaterWidgetUnit::ml};
     ASSERT_EQ(w.write(tap, InteractiveWidgetDataType::water), InteractiveWriteResult::stored);
 
-    const InteractiveWaterData notANumber{Date{11}, std::numeric_limits<float>::infinity(), WaterWidgetUnit::ml};
+    const InteractiveWaterData notANumber{Date{11}, std::numeric_limits<float>::infinity(),
+                                          WaterWidgetUnit::ml};
     EXPECT_EQ(w.write(notANumber, InteractiveWidgetDataType::water), InteractiveWriteResult::failed);
     EXPECT_EQ(reader().readWater(), InteractiveWaterDataList{tap});
 

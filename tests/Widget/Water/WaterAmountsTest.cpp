@@ -1,10 +1,9 @@
-#include "Widget/Water/WaterAmounts.hpp"
-
 #include <gtest/gtest.h>
 
 #include <limits>
 
 #include "QRVUnitSystem/UnitSystemLoader.hpp"
+#include "Widget/Water/WaterAmounts.hpp"
 
 using namespace qrv::widget;
 using qrv::platform::Date;
@@ -12,7 +11,7 @@ using qrv::platform::Date;
 namespace {
 
 class WaterAmountsTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override { qrv::units::reloadUnitSystem(std::string(QRV_BIN_DIR)); }
     void TearDown() override { qrv::units::reloadUnitSystem(); }
 };
@@ -39,16 +38,21 @@ TEST_F(WaterAmountsTest, FormatsThroughTheUnitLibraryOrFallsBack) {
 
 TEST_F(WaterAmountsTest, TotalsConvertIntoTheTargetUnit) {
     const Date now{754'000'000};
-    const std::vector<InteractiveWaterData> mixed{{now, 8, WaterWidgetUnit::oz}, {now, 250, WaterWidgetUnit::ml}};
+    const std::vector<InteractiveWaterData> mixed{{now, 8, WaterWidgetUnit::oz},
+                                                  {now, 250, WaterWidgetUnit::ml}};
     const float ozPerMl = 1.0f / 29.5735295625f;
     EXPECT_FLOAT_EQ(totalAmount(mixed, WaterWidgetUnit::oz), 8 + 250 * ozPerMl);
     EXPECT_FLOAT_EQ(totalAmount(mixed, WaterWidgetUnit::ml), 8 * 29.5735295625f + 250);
-    EXPECT_EQ(totalAmount({{now, 2, WaterWidgetUnit::cups}, {now, 8, WaterWidgetUnit::oz}}, WaterWidgetUnit::oz), 24.0f);
+    EXPECT_EQ(
+        totalAmount({{now, 2, WaterWidgetUnit::cups}, {now, 8, WaterWidgetUnit::oz}}, WaterWidgetUnit::oz),
+        24.0f);
     EXPECT_EQ(totalAmount({}, WaterWidgetUnit::ml), 0.0f);
 
     // Without the library nothing is lost: amounts in other units count as they are.
     qrv::units::reloadUnitSystem("/nonexistent");
-    EXPECT_EQ(totalAmount({{now, 2, WaterWidgetUnit::cups}, {now, 8, WaterWidgetUnit::oz}}, WaterWidgetUnit::oz), 10.0f);
+    EXPECT_EQ(
+        totalAmount({{now, 2, WaterWidgetUnit::cups}, {now, 8, WaterWidgetUnit::oz}}, WaterWidgetUnit::oz),
+        10.0f);
 }
 
 }  // namespace

@@ -3,9 +3,8 @@
 // this test program started again in "tapper" mode, running the command in
 // process 200 times; that keeps the test quick (two program starts, not 400)
 // while the store's cross-process lock is what is under test.
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -32,7 +31,8 @@ constexpr const char* kAmountVariable = "QRV_WATER_TAPPER_AMOUNT";
 constexpr const char* kContainerVariable = "QRV_WATER_TAPPER_CONTAINER";
 
 // Starts this program again, limited in time, to run only TapperProcess.
-pid_t spawnTapper(const std::filesystem::path& container, const std::string& unit, const std::string& amount) {
+pid_t spawnTapper(const std::filesystem::path& container, const std::string& unit,
+                  const std::string& amount) {
     std::vector<std::string> environment;
     for (char** variable = environ; *variable != nullptr; ++variable) environment.emplace_back(*variable);
     environment.push_back(std::string(kUnitVariable) + "=" + unit);
@@ -75,7 +75,8 @@ TEST(WaterConcurrencyTest, TapperProcess) {
         std::vector<char*> argv;
         for (auto& argument : arguments) argv.push_back(argument.data());
         argv.push_back(nullptr);
-        if (qrv::host::runMain(static_cast<int>(arguments.size()), argv.data()) != qrv::host::kExitOk) ++failures;
+        if (qrv::host::runMain(static_cast<int>(arguments.size()), argv.data()) != qrv::host::kExitOk)
+            ++failures;
     }
     EXPECT_EQ(failures, 0);
 }
@@ -101,7 +102,8 @@ TEST(WaterConcurrencyTest, TwoProcessesTappingAtOnceKeepEveryRecord) {
     ASSERT_TRUE(records);
     EXPECT_EQ(records->size(), 2u * kTapsPerProcess);
     std::size_t cups = 0;
-    for (const auto& record : *records) cups += record.waterUnit == qrv::widget::WaterWidgetUnit::cups ? 1 : 0;
+    for (const auto& record : *records)
+        cups += record.waterUnit == qrv::widget::WaterWidgetUnit::cups ? 1 : 0;
     EXPECT_EQ(cups, static_cast<std::size_t>(kTapsPerProcess));
     EXPECT_FALSE(store->object("WaterInteractiveDataUnreadable"));
     std::filesystem::remove_all(container);
