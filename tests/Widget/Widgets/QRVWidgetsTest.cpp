@@ -1,0 +1,128 @@
+// The bundle and the three widget definitions: what is offered on which
+// system version, in which order, with which families, margins and texts, and
+// the deep link the macronutrients definition puts on its whole widget.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "Platform/drawing/FixedAdvanceTextMeasurer.hpp"
+#include "Platform/drawing/Recorder.hpp"
+#include "Platform/locale/Locale.hpp"
+#include "Widget/Cache/CaloriesConsumedDataEntry.hpp"
+#include "Widget/Cache/MacronutrientsDataEntry.hpp"
+#include "Widget/Cache/WaterDataEntry.hpp"
+#include "Widget/Widgets/CaloriesConsumedWidget.hpp"
+#include "Widget/Widgets/QRVWidgets.hpp"
+
+using namespace qrv::widget;
+using namespace qrv::platform;
+
+namespace {
+
+std::vector<std::string> kinds(const std::vector<WidgetConfiguration>& widgets) {
+    std::vector<std::string> out;
+    for (const auto& widget : widgets) out.push_back(widget.kind());
+    return out;
+}
+
+const WidgetConfiguration* find(const std::vector<WidgetConfiguration>& widgets, std::string_view kind) {
+    for (const auto& widget : widgets)
+        if (widget.kind() == kind) return &widget;
+    return nullptr;
+}
+
+DisplayList draw(const WidgetContent& content, WidgetFamily family, Size size) {
+    RenderOptions options;
+    options.size = size;
+    options.widgetFamily = family;
+    const FixedAdvanceTextMeasurer measurer;
+    return render(content.body(), options, measurer);
+}
+
+}  // namespace
+
+TEST(QRVWidgetsTest, WidgetsOfferedOnEachSystemVersion) {
+    const std::vector<std::string> all{"com.qrv.widget.Water", "com.qrv.widget.CaloriesConsumed",
+                                       "com.qrv.widget.Macronutrients"};
+    EXPECT_EQ(kinds(QRVWidgets{}.body(16)),
+              (std::vector<std::string>{"com.qrv.widget.CaloriesConsumed", "com.qrv.widget.Macronutrients"}));
+    EXPECT_EQ(kinds(QRVWidgets{}.body(17)), all);
+    EXPECT_EQ(kinds(QRVWidgets{}.body(18)), all);
+
+    // Margins are the platform's before 17 and the views' own from 17 on.
+    for (const auto& widget : QRVWidgets{}.body(16)) EXPECT_FALSE(widget.contentMarginsAreDisabled()) << widget.kind();
+    for (const auto& widget : QRVWidgets{}.body(17)) EXPECT_TRUE(widget.contentMarginsAreDisabled()) << widget.kind();
+}
+
+TEST(QRVWidgetsTest, FamiliesHomeScreenFirstThenLockScreen) {
+    const auto widgets = QRVWidgets{}.body(17);
+    using F = WidgetFamily;
+    const std::pair<const char*, std::vector<F>> rows[] = {
+        {"com.qrv.widget.CaloriesConsumed",
+         {F::systemSmall, F::systemMedium, F::accessoryInline, F::accessoryCircular}},
+        {"com.qrv.widget.Macronutrients", {F::systemMedium, F::accessoryInline, F::accessoryRectangular}},
+        {"com.qrv.widget.Water", {F::systemSmall, F::systemMedium}},
+    };
+    for (const auto& [kind, families] : rows) {
+        const auto* widget = find(widgets, kind);
+        ASSERT_NE(widget, nullptr) << kind;
+        EXPECT_EQ(widget->supportedFamilies(), families) << kind;
+        EXPECT_FALSE(widget->supports(F::systemLarge)) << kind;
+    }
+}
+
+TEST(QRVWidgetsTest, GalleryTextsComeFromTheStringTable) {
+    const auto widgets = QRVWidgets{}.body(17);
+    const auto* calories = find(widgets, "com.qrv.widget.CaloriesConsumed");
+    ASSERT_NE(calories, nullptr);
+    EXPECT_EQ(calories->displayNameKey(), "widget.CaloriesConsumed.displayName");
+    EXPECT_EQ(calories->descriptionKey(), "widget.CaloriesConsumed.description");
+    {
+        ScopedLocaleOverride english(Locale("en_GB"));
+        EXPECT_EQ(calories->displayName(), "Calories");
+        EXPECT_EQ(find(widgets, "com.qrv.widget.Water")->displayName(), "Water");
+        EXPECT_NE(calories->description(), calories->descriptionKey());
+    }
+    ScopedLocaleOverride german(Locale("de_DE"));
+    EXPECT_EQ(find(widgets, "com.qrv.widget.Macronutrients")->displayName(), "Makronährstoffe");
+}
+
+TEST(QRVWidgetsTest, MacronutrientsWidgetOpensItsScreenWhereverTapped) {
+    const auto entry = WidgetEntry(MacronutrientsDataEntry::makeSample(Date{700000000}));
+    const auto widgets = QRVWidgets{}.body(17);
+    const auto* macros = find(widgets, "com.qrv.widget.Macronutrients");
+    ASSERT_NE(macros, nullptr);
+    for (auto family : {WidgetFamily::systemSmall, WidgetFamily::systemMedium, WidgetFamily::accessoryInline,
+                        WidgetFamily::accessoryRectangular, WidgetFamily::accessoryCircular}) {
+        const auto list = draw(macros->content(entry, family, ColorScheme::light), family,
+                               TimelineProviderContext::typicalDisplaySize(family));
+        EXPECT_EQ(list.widgetURL, "qrv://qrv/widgets/macronutrients") << name(family);
+    }
+}
+
+TEST(QRVWidgetsTest, ContentForEachEntryAndFamily) {
+    const auto widgets = QRVWidgets{}.body(17);
+    const auto calories = WidgetEntry(CaloriesConsumedDataEntry::makeSample(Date{700000000}));
+    // The calories views know the rectangular family although the widget does not offer it.
+    const auto rectangular =
+        draw(CaloriesConsumedWidget::content(*calories.as<CaloriesConsumedDataEntry>(),
+                                             WidgetFamily::accessoryRectangular),
+             WidgetFamily::accessoryRectangular, {160, 72});
+    EXPECT_EQ(rectangular.widgetURL, "qrv://qrv/widgets/calories_rectangular");
+
+    // An entry of another widget draws nothing.
+    const auto* water = find(widgets, "com.qrv.widget.Water");
+    ASSERT_NE(water, nullptr);
+    const auto nothing = draw(water->content(calories, WidgetFamily::systemSmall, ColorScheme::light),
+                              WidgetFamily::systemSmall, {158, 158});
+    EXPECT_TRUE(nothing.ops.empty());
+
+    // The water widget sits on a white container background.
+    const auto glass = water->content(WidgetEntry(WaterDataEntry::makeSample(Date{700000000})),
+                                      WidgetFamily::systemMedium, ColorScheme::dark);
+    LayoutOptions options{{338, 158}, {}, {}, nullptr};
+    const auto tree = layout(glass.body(), options, FixedAdvanceTextMeasurer());
+    ASSERT_FALSE(tree.containerBackgrounds.empty());
+    EXPECT_TRUE(glass.afterLayout);
+}
