@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -30,13 +31,26 @@ namespace {
 
 constexpr double kNow = 753000000.25;
 
+std::filesystem::path& scratchDirectory() {
+    static std::filesystem::path dir;
+    return dir;
+}
+
+void removeScratchDirectory() {
+    std::error_code error;
+    std::filesystem::remove_all(scratchDirectory(), error);
+}
+
+// One store file per fuzzing process, on memory where there is /dev/shm,
+// removed when the process ends normally.
 std::filesystem::path scratchStore() {
     static const std::filesystem::path path = [] {
         const std::filesystem::path base =
             std::filesystem::exists("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();
-        const auto dir = base / ("qrv-fuzz-events-" + std::to_string(::getpid()));
-        std::filesystem::create_directories(dir);
-        return dir / "store.plist";
+        scratchDirectory() = base / ("qrv-fuzz-events-" + std::to_string(::getpid()));
+        std::filesystem::create_directories(scratchDirectory());
+        std::atexit(removeScratchDirectory);
+        return scratchDirectory() / "store.plist";
     }();
     return path;
 }
