@@ -3,10 +3,10 @@
 namespace qrv::platform {
 
 void MainQueue::async(Work work) {
-    {
-        std::lock_guard lock(mutex_);
-        queue_.push_back(std::move(work));
-    }
+    // Notified under the lock: once the loop has taken this item it may destroy
+    // the queue, and this thread must not touch it after that.
+    std::lock_guard lock(mutex_);
+    queue_.push_back(std::move(work));
     wake_.notify_all();
 }
 

@@ -25,11 +25,14 @@ ThreadPoolExecutor::~ThreadPoolExecutor() {
 }
 
 void ThreadPoolExecutor::async(Work work) {
+    // Nothing of `this` is touched once the work is queued: the work may release
+    // the last owner of the pool before this call returns.
+    const auto state = state_;
     {
-        std::lock_guard lock(state_->mutex);
-        state_->queue.push_back(std::move(work));
+        std::lock_guard lock(state->mutex);
+        state->queue.push_back(std::move(work));
     }
-    state_->wake.notify_one();
+    state->wake.notify_one();
 }
 
 void ThreadPoolExecutor::run(const std::shared_ptr<State>& state) {
