@@ -49,6 +49,7 @@ section.screen > h2 { font-size: 18px; margin: 0 0 10px; }
   backdrop-filter: blur(8px); }
 .dark .widget { background: rgba(20,20,30,.55); color: #f2f2f7; }
 .lock .widget { background: rgba(255,255,255,.08); color: #f2f2f7; align-self: stretch; max-width: none; }
+.dark a, .lock a { color: #9ecbff; }
 .widget h3 { margin: 0; font-size: 17px; }
 .widget p.description { margin: 2px 0 10px; font-size: 13px; opacity: .8; }
 .row { display: flex; flex-wrap: wrap; gap: 18px; align-items: flex-end; }

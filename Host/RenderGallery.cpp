@@ -131,8 +131,9 @@ GalleryResult renderGallery(const std::vector<widget::WidgetConfiguration>& widg
         const std::string name = hostWidgetName(request.widget->kind());
         for (const auto& [entry, moment] : shown) {
             for (auto scheme : options.schemes) {
-                const auto rendered = renderer.render(*request.widget, entry, request.family, scheme);
+                auto rendered = renderer.render(*request.widget, entry, request.family, scheme);
                 if (!rendered) continue;
+                if (placeholder) rendered->displayList = redactedDisplayList(rendered->displayList);
                 ManifestImage image;
                 image.kind = request.widget->kind();
                 image.family = request.family;

@@ -72,6 +72,25 @@ DisplayList scaledDisplayList(const DisplayList& list, double sx, double sy) {
     return out;
 }
 
+DisplayList redactedDisplayList(const DisplayList& list) {
+    DisplayList out = list;
+    out.texts.clear();
+    for (auto& element : out.accessibility) element.label.clear();
+    for (auto& op : out.ops) {
+        const auto* text = std::get_if<platform::op::DrawText>(&op);
+        if (!text || text->width <= 0) continue;
+        // A bar over the letters' body: from a little below the line's top to the baseline.
+        const double ascent = text->baseline - text->origin.y;
+        const Rect bar{{text->origin.x, text->origin.y + ascent * 0.2}, {text->width, ascent * 0.8}};
+        platform::Color shade = text->color;
+        shade.light.alpha *= 0.3;
+        shade.dark.alpha *= 0.3;
+        op = platform::op::FillPath{platform::Path::roundedRect(bar, bar.height() / 3), std::move(shade),
+                                    platform::FillRule::nonZero};
+    }
+    return out;
+}
+
 std::optional<std::size_t> currentEntryIndex(const std::vector<widget::WidgetEntry>& entries, platform::Date now) {
     if (entries.empty()) return std::nullopt;
     std::optional<std::size_t> current;

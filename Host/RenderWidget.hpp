@@ -47,6 +47,10 @@ class WidgetRenderer {
 // accessibility rectangle.
 platform::DisplayList scaledDisplayList(const platform::DisplayList& list, double sx, double sy);
 
+// The list as the platform draws a placeholder: every text a rounded bar in
+// a faint shade of its colour, so nothing legible (and no text) remains.
+platform::DisplayList redactedDisplayList(const platform::DisplayList& list);
+
 // Which of a timeline's entries the widget shows at `now`: the latest whose
 // date is not after now, or the first when all lie ahead. Nothing for an
 // empty timeline.

@@ -204,6 +204,8 @@ TEST_F(RenderGalleryTest, ProvidersThatDoNotAnswerShowTheirPlaceholder) {
     const auto calories = imagesOf(result.manifest, kCalories);
     ASSERT_EQ(calories.size(), 1u);
     EXPECT_TRUE(calories[0]->placeholder);
+    // Drawn as the platform draws placeholders: shapes, no legible text.
+    EXPECT_TRUE(calories[0]->texts.empty());
     const auto water = imagesOf(result.manifest, kWater);
     ASSERT_EQ(water.size(), 2u);
     EXPECT_FALSE(water[0]->placeholder);
