@@ -55,7 +55,7 @@ int run(const RenderOptions& options) {
     gallery.schemes = schemes(options.scheme);
     gallery.scale = options.scale;
     gallery.wait = waitDuration(options.wait);
-    gallery.language = platform::Locale::current().languageTag();
+    gallery.language = platform::Locale::current().languageCode();
     for (const auto& family : options.families) gallery.families.push_back(parsedFamily(family));
 
     const auto widgets = widget::QRVWidgets{}.body(options.os);
@@ -95,7 +95,7 @@ const CommandRegistration renderCommand{"render", [](CLI::App& app) {
         ->type_name("WIDGET")
         ->check(CLI::Validator(
             [widgetNames](std::string& name) -> std::string {
-                for (const auto& widget : widget::QRVWidgets{}.body(99))
+                for (const auto& widget : widget::QRVWidgets{}.body(widget::kInteractiveWidgetsSystemVersion))
                     if (namesWidget(widget, name)) return {};
                 return "unknown widget " + name + "; allowed: " + allowedList(widgetNames);
             },
