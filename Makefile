@@ -34,7 +34,11 @@ release: deps
 demo: release
 	scripts/demo build/release
 
-bench: release
+# Benchmarks need only the bench program and the host from the release build;
+# results go to bench/results.json and docs/performance.md.
+bench: deps
+	cmake --preset release
+	cmake --build --preset release -j $(JOBS) --target qrv-bench qrv-widgets
 	scripts/bench build/release
 
 fuzz: deps
