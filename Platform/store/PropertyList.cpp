@@ -1,10 +1,14 @@
 #include "Platform/store/PropertyList.hpp"
 
 #include <plist/plist.h>
+#include <unicode/utf8.h>
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <utility>
@@ -94,7 +98,123 @@ void requireNoNul(std::string_view text, const char* what) {
     }
 }
 
-PlistNode toNode(const PropertyListValue& value, int depth) {
+// libplist writes binary strings as UTF-16 converted from UTF-8, and bytes that
+// are not UTF-8 come out truncated or as a different text. So nothing that is
+// not UTF-8 is written, and what is read is made UTF-8 on the way in.
+bool isUTF8(std::string_view text) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const auto length = static_cast<std::int32_t>(text.size());
+    for (std::int32_t at = 0; at < length;) {
+        UChar32 scalar = 0;
+        U8_NEXT(bytes, at, length, scalar);
+        if (scalar < 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void requireText(std::string_view text, const char* what) {
+    requireNoNul(text, what);
+    if (!isUTF8(text)) {
+        throw PropertyListError(std::string("a property-list ") + what + " must be UTF-8 text");
+    }
+}
+
+// Each ill-formed sequence becomes U+FFFD, as text decoders do, so a stray
+// byte in someone else's value costs that character, not the whole file.
+std::string asUTF8(std::string text) {
+    if (isUTF8(text)) {
+        return text;
+    }
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const auto length = static_cast<std::int32_t>(text.size());
+    std::string repaired;
+    repaired.reserve(text.size() + 8);
+    for (std::int32_t at = 0; at < length;) {
+        const std::int32_t start = at;
+        UChar32 scalar = 0;
+        U8_NEXT(bytes, at, length, scalar);
+        if (scalar < 0) {
+            repaired += "\xEF\xBF\xBD";
+        } else {
+            repaired.append(text, static_cast<std::size_t>(start), static_cast<std::size_t>(at - start));
+        }
+    }
+    return repaired;
+}
+
+// Dates go through a one-object binary property list of our own making, in both
+// directions. libplist keeps a date as the file's 64-bit real, but its date
+// calls pass whole seconds and microseconds as 32-bit numbers: dates past 2038
+// after 2001 (or before 1933) come back as December 1932, a microsecond is lost
+// in rounding, and an instant in the last second before 2001 loses its sign.
+constexpr std::uint8_t kDateMarker = 0x33;
+constexpr std::size_t kTrailerSize = 32;
+
+std::uint64_t readBigEndian(const std::uint8_t* at, std::size_t size) {
+    std::uint64_t value = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+        value = (value << 8) | at[i];
+    }
+    return value;
+}
+
+PlistNode makeDateNode(double seconds) {
+    // "bplist00", the date object, a one-entry offset table, the trailer.
+    std::array<std::uint8_t, 8 + 9 + 1 + kTrailerSize> file{};
+    std::memcpy(file.data(), "bplist00", 8);
+    file[8] = kDateMarker;
+    const auto bits = std::bit_cast<std::uint64_t>(seconds);
+    for (std::size_t i = 0; i < 8; ++i) {
+        file[9 + i] = static_cast<std::uint8_t>(bits >> (56 - 8 * i));
+    }
+    file[17] = 8;  // the date's offset
+    std::uint8_t* trailer = file.data() + 18;
+    trailer[6] = 1;    // offset size
+    trailer[7] = 1;    // reference size
+    trailer[15] = 1;   // one object; the top object is object 0
+    trailer[31] = 17;  // where the offset table starts
+    plist_t node = nullptr;
+    plist_from_bin(reinterpret_cast<const char*>(file.data()), static_cast<std::uint32_t>(file.size()), &node);
+    if (node == nullptr || plist_get_node_type(node) != PLIST_DATE) {
+        if (node != nullptr) {
+            plist_free(node);
+        }
+        throw PropertyListError("libplist could not hold the date " + std::to_string(seconds));
+    }
+    return PlistNode(node);
+}
+
+double readDate(plist_t node) {
+    char* raw = nullptr;
+    std::uint32_t length = 0;
+    plist_to_bin(node, &raw, &length);
+    MallocString buffer(raw);
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(buffer.get());
+    if (bytes == nullptr || length < 8 + 9 + kTrailerSize) {
+        throw PropertyListError("libplist could not hand back a date");
+    }
+    const std::uint8_t* trailer = bytes + length - kTrailerSize;
+    const std::size_t offsetSize = trailer[6];
+    const std::uint64_t top = readBigEndian(trailer + 16, 8);
+    const std::uint64_t table = readBigEndian(trailer + 24, 8);
+    const std::uint64_t tableEnd = length - kTrailerSize;
+    if (offsetSize < 1 || offsetSize > 8 || table > tableEnd || top >= (tableEnd - table) / offsetSize) {
+        throw PropertyListError("libplist could not hand back a date");
+    }
+    const std::uint64_t at = readBigEndian(bytes + table + top * offsetSize, offsetSize);
+    if (at + 9 > tableEnd || bytes[at] != kDateMarker) {
+        throw PropertyListError("libplist could not hand back a date");
+    }
+    return std::bit_cast<double>(readBigEndian(bytes + at + 1, 8));
+}
+
+// The XML form spells a date as a whole-second UTC time with a four-digit year.
+constexpr double kFirstXMLDate = -63113904000.0;  // 0001-01-01T00:00:00Z
+constexpr double kLastXMLDate = 252423993599.0;   // 9999-12-31T23:59:59Z
+
+PlistNode toNode(const PropertyListValue& value, PropertyList::Format format, int depth) {
     if (depth > kMaxDepth) {
         throw PropertyListError("property list nests too deeply to be written");
     }
@@ -116,25 +236,21 @@ PlistNode toNode(const PropertyListValue& value, int depth) {
             return PlistNode(plist_new_real(*value.realValue()));
         case Type::string: {
             const auto& text = *value.stringValue();
-            requireNoNul(text, "string");
+            requireText(text, "string");
             return PlistNode(plist_new_string(text.c_str()));
         }
         case Type::date: {
-            // libplist takes whole seconds and microseconds, each a 32-bit number.
             const double seconds = value.dateValue()->timeIntervalSinceReferenceDate;
-            const double whole = std::trunc(seconds);
-            if (!std::isfinite(seconds) || whole < std::numeric_limits<std::int32_t>::min() ||
-                whole > std::numeric_limits<std::int32_t>::max()) {
-                throw PropertyListError("date out of the range a property list can hold: " +
+            if (format == PropertyList::Format::xml && !(seconds >= kFirstXMLDate && seconds <= kLastXMLDate)) {
+                throw PropertyListError("date outside the years 1 to 9999 an XML property list can spell: " +
                                         std::to_string(seconds));
             }
-            const auto micro = static_cast<std::int32_t>(std::lround((seconds - whole) * 1e6));
-            return PlistNode(plist_new_date(static_cast<std::int32_t>(whole), micro));
+            return makeDateNode(seconds);
         }
         case Type::array: {
             PlistNode array(plist_new_array());
             for (const auto& item : *value.arrayValue()) {
-                PlistNode child = toNode(item, depth + 1);
+                PlistNode child = toNode(item, format, depth + 1);
                 plist_array_append_item(array.get(), child.release());
             }
             return array;
@@ -142,8 +258,8 @@ PlistNode toNode(const PropertyListValue& value, int depth) {
         case Type::dictionary: {
             PlistNode dict(plist_new_dict());
             for (const auto& [key, item] : *value.dictionaryValue()) {
-                requireNoNul(key, "key");
-                PlistNode child = toNode(item, depth + 1);
+                requireText(key, "key");
+                PlistNode child = toNode(item, format, depth + 1);
                 plist_dict_set_item(dict.get(), key.c_str(), child.release());
             }
             return dict;
@@ -182,22 +298,15 @@ PropertyListValue fromNode(plist_t node, int depth) {
             if (plist_get_node_type(node) == PLIST_STRING) {
                 std::uint64_t length = 0;
                 const char* text = plist_get_string_ptr(node, &length);
-                return PropertyListValue(text == nullptr ? std::string() : std::string(text, length));
+                return PropertyListValue(text == nullptr ? std::string() : asUTF8(std::string(text, length)));
             }
             char* raw = nullptr;
             plist_get_key_val(node, &raw);
             MallocString text(raw);
-            return PropertyListValue(std::string(text ? text.get() : ""));
+            return PropertyListValue(asUTF8(std::string(text ? text.get() : "")));
         }
-        case PLIST_DATE: {
-            std::int32_t seconds = 0;
-            std::int32_t micro = 0;
-            plist_get_date_val(node, &seconds, &micro);
-            // The microseconds come back without their sign for instants before 2001.
-            const double fraction = std::abs(static_cast<double>(micro)) / 1e6;
-            const double total = seconds < 0 ? seconds - fraction : seconds + fraction;
-            return PropertyListValue(Date{total});
-        }
+        case PLIST_DATE:
+            return PropertyListValue(Date{readDate(node)});
         case PLIST_DATA: {
             std::uint64_t length = 0;
             const auto* start = reinterpret_cast<const std::uint8_t*>(plist_get_data_ptr(node, &length));
@@ -213,7 +322,8 @@ PropertyListValue fromNode(plist_t node, int depth) {
         case PLIST_DICT: {
             PropertyListValue::Dictionary entries;
             forEachDictItem(node, [&](std::string key, plist_t item) {
-                entries.insert_or_assign(std::move(key), fromNode(item, depth + 1));
+                // Two keys that differ only in malformed bytes become one; the later wins.
+                entries.insert_or_assign(asUTF8(std::move(key)), fromNode(item, depth + 1));
             });
             return PropertyListValue(std::move(entries));
         }
@@ -225,24 +335,16 @@ PropertyListValue fromNode(plist_t node, int depth) {
 
 // libplist keeps strings as C strings and stops the process (an assertion) when
 // one it parsed holds a NUL character. Such files are refused before parsing.
-std::uint64_t readBigEndian(const std::uint8_t* at, std::size_t size) {
-    std::uint64_t value = 0;
-    for (std::size_t i = 0; i < size; ++i) {
-        value = (value << 8) | at[i];
-    }
-    return value;
-}
 
 bool binaryStringsHoldNul(std::span<const std::uint8_t> bytes) {
-    constexpr std::size_t kTrailer = 32;
-    if (bytes.size() < 8 + kTrailer) {
+    if (bytes.size() < 8 + kTrailerSize) {
         return false;  // too short to parse at all; libplist says so
     }
-    const std::uint8_t* trailer = bytes.data() + bytes.size() - kTrailer;
+    const std::uint8_t* trailer = bytes.data() + bytes.size() - kTrailerSize;
     const std::size_t offsetSize = trailer[6];
     const std::uint64_t objectCount = readBigEndian(trailer + 8, 8);
     const std::uint64_t tableStart = readBigEndian(trailer + 24, 8);
-    const std::size_t end = bytes.size() - kTrailer;
+    const std::size_t end = bytes.size() - kTrailerSize;
     if (offsetSize < 1 || offsetSize > 8 || tableStart > end || objectCount > (end - tableStart) / offsetSize) {
         return false;  // malformed: left to libplist to refuse
     }
@@ -312,7 +414,7 @@ bool xmlTextHoldsNul(std::span<const std::uint8_t> bytes) {
 namespace PropertyList {
 
 std::vector<std::uint8_t> encode(const PropertyListValue& value, Format format) {
-    PlistNode root = toNode(value, 0);
+    PlistNode root = toNode(value, format, 0);
     char* raw = nullptr;
     std::uint32_t length = 0;
     if (format == Format::binary) {
