@@ -29,7 +29,7 @@ std::string escapeHTML(std::string_view text) {
 namespace {
 
 constexpr std::string_view kStyle = R"CSS(
-:root { color-scheme: light dark; font-family: system-ui, -apple-system, "Segoe UI", "Inter", sans-serif; }
+:root { color-scheme: light dark; font-family: "Inter", system-ui, sans-serif; }
 body { margin: 0; background: #f2f2f7; color: #1c1c1e; }
 header { padding: 24px 32px 8px; }
 header h1 { margin: 0 0 4px; font-size: 26px; }

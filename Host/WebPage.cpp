@@ -78,7 +78,7 @@ std::string_view webPageStyle() {
   color-scheme: light dark;
   --bg: #f2f2f7; --fg: #1c1c1e; --muted: #6e6e73; --card: #ffffff; --line: #d1d1d6;
   --accent: #0a84ff; --danger: #d70015;
-  font: 14px/1.4 system-ui, -apple-system, "Segoe UI", Roboto, "Helvetica Neue", sans-serif;
+  font: 14px/1.4 "Inter", system-ui, sans-serif;
 }
 body.dark { --bg: #000000; --fg: #f2f2f7; --muted: #98989d; --card: #1c1c1e; --line: #38383a; }
 * { box-sizing: border-box; }
