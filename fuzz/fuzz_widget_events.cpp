@@ -22,6 +22,7 @@
 #include "Widget/Providers/WidgetBackgroundFetchAnalytics.hpp"
 #include "Widget/Providers/WidgetFetchEvent.hpp"
 #include "fuzz/FuzzSupport.hpp"
+#include "fuzz/SameValue.hpp"
 
 using namespace qrv;
 using platform::PropertyListValue;
@@ -118,9 +119,7 @@ void checkAppend(std::span<const std::uint8_t> input) {
     after.erase("widget_events");
     auto before = *dictionary;
     before.erase("widget_events");
-    // Compared through their encoding, so that a NaN real still counts as itself.
-    QRV_FUZZ_CHECK(platform::PropertyList::encode(PropertyListValue(std::move(after))) ==
-                   platform::PropertyList::encode(PropertyListValue(std::move(before))));
+    QRV_FUZZ_CHECK(qrv::fuzz::sameValue(PropertyListValue(std::move(after)), PropertyListValue(std::move(before))));
 }
 
 }  // namespace
