@@ -1,53 +1,24 @@
 #pragma once
-// The calories widget's timeline provider. It decodes nothing itself: it asks its
-// reader for the record the main app stored, hands it to the widget host as a
-// snapshot, or as a timeline that switches to the day's reset figures at the
-// next local midnight, and then records one fetch event.
-#include <functional>
-#include <memory>
+// The calories widget's timeline provider: the app's stored calories record,
+// as a snapshot or as a timeline with the next day's reset figures.
 #include <string_view>
 
-#include "Platform/timeline/TimelineProvider.hpp"
 #include "Widget/Cache/CaloriesConsumedDataEntry.hpp"
-#include "Widget/Cache/WidgetDataCacheReader.hpp"
-#include "Widget/Providers/WidgetBackgroundFetchAnalytics.hpp"
+#include "Widget/Cache/WidgetDataCacheReadStrategy.hpp"
+#include "Widget/Cache/WidgetSettings.hpp"
+#include "Widget/Providers/StoredRecordWidgetProvider.hpp"
 
 namespace qrv::widget {
 
-class CaloriesWidgetProvider final : public platform::TimelineProvider<CaloriesConsumedDataEntry> {
+class CaloriesWidgetProvider final
+    : public StoredRecordWidgetProvider<CaloriesWidgetProvider, CaloriesConsumedDataEntry,
+                                        CaloriesDataReadStrategy> {
   public:
     static constexpr WidgetDataCacheType dataType = WidgetDataCacheType::calories;
     static constexpr std::string_view widgetName = "widget_calories";
+    static constexpr std::string_view storeKey = WidgetStoreKeys::caloriesData;
 
-    // `reader` should have the calories strategy registered; a reader without it
-    // prints its line and never calls back, and neither does the provider.
-    // The placeholder is the record's shared sample unless `placeholder` says otherwise.
-    CaloriesWidgetProvider(std::shared_ptr<WidgetDataCacheReader> reader,
-                           WidgetBackgroundFetchAnalytics analytics,
-                           std::function<Entry()> placeholder = nullptr);
-
-    // As the widget makes it: a fresh reader holding only the calories strategy
-    // under "CaloriesData", and analytics on the same store and clock.
-    static CaloriesWidgetProvider make(
-        const WidgetDataCacheReaderEnvironment& environment = WidgetDataCacheReaderEnvironment::defaults());
-
-    // The shared sample entry, the same on every call; neither the context nor
-    // the cache is consulted.
-    Entry placeholder(const platform::TimelineProviderContext& context) const override;
-    // The stored entry, then one fetch event. Never called back when the reader
-    // finds nothing current.
-    void getSnapshot(const platform::TimelineProviderContext& context,
-                     SnapshotCompletion completion) const override;
-    // The stored entry and its next-day copy, reload at end, then one fetch event.
-    void getTimeline(const platform::TimelineProviderContext& context,
-                     TimelineCompletion completion) const override;
-
-    const std::shared_ptr<WidgetDataCacheReader>& reader() const { return reader_; }
-
-  private:
-    std::shared_ptr<WidgetDataCacheReader> reader_;
-    WidgetBackgroundFetchAnalytics analytics_;
-    std::function<Entry()> placeholder_;
+    using StoredRecordWidgetProvider::StoredRecordWidgetProvider;
 };
 
 }  // namespace qrv::widget
