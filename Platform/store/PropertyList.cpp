@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -146,9 +145,10 @@ std::string asUTF8(std::string text) {
 
 // Dates go through a one-object binary property list of our own making, in both
 // directions. libplist keeps a date as the file's 64-bit real, but its date
-// calls pass whole seconds and microseconds as 32-bit numbers: dates past 2038
-// after 2001 (or before 1933) come back as December 1932, a microsecond is lost
-// in rounding, and an instant in the last second before 2001 loses its sign.
+// calls pass whole seconds and microseconds as 32-bit numbers: dates after
+// January 2069 or before December 1932 come back as December 1932, a
+// microsecond is lost in rounding, and an instant in the last second before
+// 2001 loses its sign.
 constexpr std::uint8_t kDateMarker = 0x33;
 constexpr std::size_t kTrailerSize = 32;
 
@@ -204,7 +204,7 @@ double readDate(plist_t node) {
         throw PropertyListError("libplist could not hand back a date");
     }
     const std::uint64_t at = readBigEndian(bytes + table + top * offsetSize, offsetSize);
-    if (at + 9 > tableEnd || bytes[at] != kDateMarker) {
+    if (at >= tableEnd || tableEnd - at < 9 || bytes[at] != kDateMarker) {
         throw PropertyListError("libplist could not hand back a date");
     }
     return std::bit_cast<double>(readBigEndian(bytes + at + 1, 8));
@@ -335,7 +335,6 @@ PropertyListValue fromNode(plist_t node, int depth) {
 
 // libplist keeps strings as C strings and stops the process (an assertion) when
 // one it parsed holds a NUL character. Such files are refused before parsing.
-
 bool binaryStringsHoldNul(std::span<const std::uint8_t> bytes) {
     if (bytes.size() < 8 + kTrailerSize) {
         return false;  // too short to parse at all; libplist says so
