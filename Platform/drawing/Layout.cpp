@@ -184,7 +184,7 @@ ProposedSize fixedProposal(const FixedSizeNode& f, ProposedSize p) {
 
 Size naturalImageSize(const ImageNode& image, Context& ctx) {
     if (!ctx.images) return {};
-    return ctx.images->naturalSize(image.spec.name).value_or(Size{});
+    return ctx.images->naturalSize(image.options.name).value_or(Size{});
 }
 
 struct StackMeasure {
@@ -209,7 +209,7 @@ Size computeSize(Box& box, ProposedSize p, Context& ctx) {
             },
             [&](const ImageNode& i) {
                 Size natural = naturalImageSize(i, ctx);
-                if (!i.spec.resizable) return natural;
+                if (!i.options.resizable) return natural;
                 return Size{orDefault(p.width, natural.width), orDefault(p.height, natural.height)};
             },
             [&](const StackNode& s) { return measureStack(box, s, p, ctx).size; },
@@ -440,7 +440,7 @@ LayoutNode place(Box& box, const Rect& frame, ProposedSize p, Context& ctx) {
                 out.children.push_back(placeInside(*box.kids[0], frame, p, Alignment::center, ctx));
             },
             [&](const FrameNode& f) {
-                Alignment a = std::visit([](const auto& spec) { return spec.alignment; }, f.frame);
+                Alignment a = std::visit([](const auto& placement) { return placement.alignment; }, f.frame);
                 out.children.push_back(placeInside(*box.kids[0], frame, frameChildProposal(f, p), a, ctx));
             },
             [&](const FixedSizeNode& f) {
@@ -504,7 +504,7 @@ std::string kindName(const LayoutNode& n) {
                 return std::string(kinds[static_cast<int>(s.geometry.kind)]) + (s.stroke ? " stroke" : " fill");
             },
             [&](const ColorNode& c) -> std::string { return c.color.name.empty() ? "Color" : "Color " + c.color.name; },
-            [&](const ImageNode& i) -> std::string { return "Image \"" + i.spec.name + "\""; },
+            [&](const ImageNode& i) -> std::string { return "Image \"" + i.options.name + "\""; },
             [&](const StackNode& s) -> std::string {
                 return s.axis == StackAxis::vertical ? "VStack" : s.axis == StackAxis::horizontal ? "HStack" : "ZStack";
             },

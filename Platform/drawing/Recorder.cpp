@@ -111,10 +111,10 @@ public:
                        [&](const ColorNode& c) { fill(Path::rect(n.frame), paint(n, c.color)); },
                        [&](const DividerNode&) { fill(Path::rect(n.frame), paint(n, Environment::separatorColor())); },
                        [&](const ImageNode& i) {
-                           std::optional<Color> tint = i.spec.tint;
-                           if (!tint && i.spec.mode == ImageRenderingMode::template_) tint = n.environment.foreground();
+                           std::optional<Color> tint = i.options.tint;
+                           if (!tint && i.options.mode == ImageRenderingMode::template_) tint = n.environment.foreground();
                            if (tint) tint = paint(n, *tint);
-                           if (!n.frame.isEmpty()) emit(op::DrawImage{i.spec.name, n.frame, tint});
+                           if (!n.frame.isEmpty()) emit(op::DrawImage{i.options.name, n.frame, tint});
                        },
                        [&](const LinkNode& l) {
                            region(n, LinkTarget{l.url});

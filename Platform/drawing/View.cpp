@@ -171,20 +171,20 @@ Link::Link(std::string url, View label) : View(make(LinkNode{std::move(url), std
 Button::Button(IntentInvocation intent, View label)
     : View(make(ButtonNode{std::move(intent), std::move(label)})) {}
 
-Image::Image(std::string name) : Image(Spec{.name = std::move(name)}) {}
-Image::Image(Spec spec) : View(make(ImageNode{spec})), spec_(std::move(spec)) {}
+Image::Image(std::string name) : Image(Options{.name = std::move(name)}) {}
+Image::Image(Options options) : View(make(ImageNode{options})), options_(std::move(options)) {}
 Image Image::resizable() const {
-    Spec s = spec_;
+    Options s = options_;
     s.resizable = true;
     return Image(std::move(s));
 }
 Image Image::renderingMode(ImageRenderingMode mode) const {
-    Spec s = spec_;
+    Options s = options_;
     s.mode = mode;
     return Image(std::move(s));
 }
 Image Image::tinted(const Color& color) const {
-    Spec s = spec_;
+    Options s = options_;
     s.tint = color;
     return Image(std::move(s));
 }

@@ -292,17 +292,17 @@ public:
     // A silhouette in this colour, whatever the foreground colour.
     [[nodiscard]] Image tinted(const Color& color) const;
 
-    struct Spec {
+    struct Options {
         std::string name{};
         bool resizable = false;
         ImageRenderingMode mode = ImageRenderingMode::original;
         std::optional<Color> tint{};
     };
-    const Spec& spec() const { return spec_; }
+    const Options& options() const { return options_; }
 
 private:
-    explicit Image(Spec spec);
-    Spec spec_{};
+    explicit Image(Options options);
+    Options options_{};
 };
 
 // ---------------------------------------------------------------------------

@@ -19,7 +19,7 @@ struct ColorNode {
     Color color{};
 };
 struct ImageNode {
-    Image::Spec spec{};
+    Image::Options options{};
 };
 enum class StackAxis { vertical, horizontal, depth };
 struct StackNode {

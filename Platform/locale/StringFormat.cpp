@@ -13,7 +13,7 @@ namespace {
 
 enum class Length { none, hh, h, l, ll, other64 };
 
-struct Spec {
+struct Placeholder {
     std::size_t position = 0;  // 1-based explicit argument, 0 when sequential
     std::string flags;
     std::optional<int> width;
@@ -23,7 +23,7 @@ struct Spec {
     char conversion = '\0';
 };
 
-bool hasFlag(const Spec& spec, char flag) { return spec.flags.find(flag) != std::string::npos; }
+bool hasFlag(const Placeholder& placeholder, char flag) { return placeholder.flags.find(flag) != std::string::npos; }
 
 std::optional<std::int64_t> asInteger(const FormatArgument& argument) {
     if (const auto* i = std::get_if<std::int64_t>(&argument.value())) return *i;
@@ -45,22 +45,22 @@ std::string asText(const FormatArgument& argument) {
     return buffer;
 }
 
-std::string pad(std::string text, const Spec& spec) {
-    if (!spec.width) return text;
+std::string pad(std::string text, const Placeholder& placeholder) {
+    if (!placeholder.width) return text;
     const auto count = characterCount(text);
-    const auto width = static_cast<std::size_t>(*spec.width);
+    const auto width = static_cast<std::size_t>(*placeholder.width);
     if (count >= width) return text;
     const std::string fill(width - count, ' ');
-    return hasFlag(spec, '-') ? text + fill : fill + text;
+    return hasFlag(placeholder, '-') ? text + fill : fill + text;
 }
 
 // The C library's own rendering for conversions the locale does not touch.
-std::string printfConversion(const Spec& spec, const char* lengthModifier, auto value) {
-    std::string directive = "%" + spec.flags;
-    if (spec.width) directive += std::to_string(*spec.width);
-    if (spec.precision) directive += "." + std::to_string(*spec.precision);
+std::string printfConversion(const Placeholder& placeholder, const char* lengthModifier, auto value) {
+    std::string directive = "%" + placeholder.flags;
+    if (placeholder.width) directive += std::to_string(*placeholder.width);
+    if (placeholder.precision) directive += "." + std::to_string(*placeholder.precision);
     directive += lengthModifier;
-    directive += spec.conversion;
+    directive += placeholder.conversion;
     const int needed = std::snprintf(nullptr, 0, directive.c_str(), value);
     if (needed < 0) return {};
     std::string out(static_cast<std::size_t>(needed) + 1, '\0');
@@ -99,7 +99,7 @@ std::uint64_t narrowUnsigned(std::int64_t value, Length length) {
 
 // Parses the directive that starts just after '%'. Returns the index just past
 // the conversion character, or nothing when the directive is incomplete.
-std::optional<std::size_t> parseSpec(std::string_view format, std::size_t i, Spec& spec) {
+std::optional<std::size_t> parsePlaceholder(std::string_view format, std::size_t i, Placeholder& placeholder) {
     auto readNumber = [&](std::size_t& at) {
         int n = 0;
         while (at < format.size() && std::isdigit(static_cast<unsigned char>(format[at])) && n < 100000) {
@@ -113,38 +113,38 @@ std::optional<std::size_t> parseSpec(std::string_view format, std::size_t i, Spe
     if (probe < format.size() && format[probe] >= '1' && format[probe] <= '9') {
         const int n = readNumber(probe);
         if (probe < format.size() && format[probe] == '$') {
-            spec.position = static_cast<std::size_t>(n);
+            placeholder.position = static_cast<std::size_t>(n);
             i = probe + 1;
         }
     }
     while (i < format.size() && std::string_view("-+ 0#'").find(format[i]) != std::string_view::npos) {
-        if (format[i] != '\'') spec.flags += format[i];  // grouping comes from the locale anyway
+        if (format[i] != '\'') placeholder.flags += format[i];  // grouping comes from the locale anyway
         ++i;
     }
     if (i < format.size() && format[i] == '*') {
-        spec.widthFromArgument = true;
+        placeholder.widthFromArgument = true;
         ++i;
     } else if (i < format.size() && std::isdigit(static_cast<unsigned char>(format[i]))) {
-        spec.width = readNumber(i);
+        placeholder.width = readNumber(i);
     }
     if (i < format.size() && format[i] == '.') {
         ++i;
-        spec.precision = readNumber(i);
+        placeholder.precision = readNumber(i);
     }
     if (format.substr(i, 2) == "hh") {
-        spec.length = Length::hh;
+        placeholder.length = Length::hh;
         i += 2;
     } else if (format.substr(i, 2) == "ll") {
-        spec.length = Length::ll;
+        placeholder.length = Length::ll;
         i += 2;
     } else if (i < format.size()) {
         switch (format[i]) {
             case 'h':
-                spec.length = Length::h;
+                placeholder.length = Length::h;
                 ++i;
                 break;
             case 'l':
-                spec.length = Length::l;
+                placeholder.length = Length::l;
                 ++i;
                 break;
             case 'q':
@@ -152,7 +152,7 @@ std::optional<std::size_t> parseSpec(std::string_view format, std::size_t i, Spe
             case 't':
             case 'j':
             case 'L':
-                spec.length = Length::other64;
+                placeholder.length = Length::other64;
                 ++i;
                 break;
             default:
@@ -160,7 +160,7 @@ std::optional<std::size_t> parseSpec(std::string_view format, std::size_t i, Spe
         }
     }
     if (i >= format.size()) return std::nullopt;
-    spec.conversion = format[i];
+    placeholder.conversion = format[i];
     return i + 1;
 }
 
@@ -184,8 +184,8 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
             i = percent + 2;
             continue;
         }
-        Spec spec;
-        const auto end = parseSpec(format, percent + 1, spec);
+        Placeholder placeholder;
+        const auto end = parsePlaceholder(format, percent + 1, placeholder);
         if (!end) {
             out.append(format.substr(percent));
             break;
@@ -193,7 +193,7 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
         const std::string_view literal = format.substr(percent, *end - percent);
         i = *end;
 
-        if (spec.widthFromArgument) {
+        if (placeholder.widthFromArgument) {
             const auto width =
                 nextArgument < arguments.size() ? asInteger(arguments[nextArgument]) : std::nullopt;
             ++nextArgument;
@@ -201,17 +201,17 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
                 out.append(literal);
                 continue;
             }
-            if (*width < 0) spec.flags += '-';
-            spec.width = static_cast<int>(*width < 0 ? -*width : *width);
+            if (*width < 0) placeholder.flags += '-';
+            placeholder.width = static_cast<int>(*width < 0 ? -*width : *width);
         }
-        const std::size_t index = spec.position > 0 ? spec.position - 1 : nextArgument++;
+        const std::size_t index = placeholder.position > 0 ? placeholder.position - 1 : nextArgument++;
         if (index >= arguments.size()) {
             out.append(literal);
             continue;
         }
         const FormatArgument& argument = arguments[index];
 
-        switch (spec.conversion) {
+        switch (placeholder.conversion) {
             case 'd':
             case 'i':
             case 'D': {
@@ -220,14 +220,14 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
                     out.append(literal);
                     break;
                 }
-                const auto length = spec.conversion == 'D' ? Length::l : spec.length;
+                const auto length = placeholder.conversion == 'D' ? Length::l : placeholder.length;
                 const std::int64_t narrowed = narrowSigned(*value, length);
                 std::string text = formatInteger(narrowed, locale);
-                if (narrowed >= 0 && hasFlag(spec, '+'))
+                if (narrowed >= 0 && hasFlag(placeholder, '+'))
                     text.insert(0, "+");
-                else if (narrowed >= 0 && hasFlag(spec, ' '))
+                else if (narrowed >= 0 && hasFlag(placeholder, ' '))
                     text.insert(0, " ");
-                out += pad(std::move(text), spec);
+                out += pad(std::move(text), placeholder);
                 break;
             }
             case 'u':
@@ -237,8 +237,8 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
                     out.append(literal);
                     break;
                 }
-                const auto length = spec.conversion == 'U' ? Length::l : spec.length;
-                out += pad(formatUnsignedInteger(narrowUnsigned(*value, length), locale), spec);
+                const auto length = placeholder.conversion == 'U' ? Length::l : placeholder.length;
+                out += pad(formatUnsignedInteger(narrowUnsigned(*value, length), locale), placeholder);
                 break;
             }
             case 'x':
@@ -249,8 +249,8 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
                     out.append(literal);
                     break;
                 }
-                const auto bits = narrowUnsigned(*value, spec.length);
-                out += printfConversion(spec, "ll", static_cast<unsigned long long>(bits));
+                const auto bits = narrowUnsigned(*value, placeholder.length);
+                out += printfConversion(placeholder, "ll", static_cast<unsigned long long>(bits));
                 break;
             }
             case 'f':
@@ -264,8 +264,8 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
                     out.append(literal);
                     break;
                 }
-                spec.length = Length::none;
-                std::string text = printfConversion(spec, "", *value);
+                placeholder.length = Length::none;
+                std::string text = printfConversion(placeholder, "", *value);
                 if (const auto dot = text.find('.'); dot != std::string::npos) {
                     text.replace(dot, 1, decimalSeparator(locale));
                 }
@@ -276,7 +276,7 @@ std::string localizedStringWithFormat(const Locale& locale, std::string_view for
             case 's':
             case 'S': {
                 std::string text = asText(argument);
-                out += pad(std::move(text), spec);
+                out += pad(std::move(text), placeholder);
                 break;
             }
             default:
