@@ -27,6 +27,17 @@ std::vector<RegisteredCommand> registeredCommands() {
 }
 
 void setExitCode(int code) { exitCodeStorage() = code; }
+
+void setCommandAction(CLI::App& command, std::string name, std::function<int()> run) {
+    command.callback([name = std::move(name), run = std::move(run)] {
+        try {
+            setExitCode(run());
+        } catch (const std::exception& error) {
+            std::cerr << name << ": " << error.what() << '\n';
+            setExitCode(kExitFailure);
+        }
+    });
+}
 int exitCode() { return exitCodeStorage(); }
 
 int runMain(int argc, char** argv) {

@@ -36,6 +36,10 @@ std::vector<RegisteredCommand> registeredCommands();
 void setExitCode(int code);
 int exitCode();
 
+// Makes `run` the command's action: its result is the exit code, and an
+// exception is one line on standard error, "NAME: reason", and kExitFailure.
+void setCommandAction(CLI::App& command, std::string name, std::function<int()> run);
+
 // Runs the program: parses argv, runs the chosen command, returns the exit code.
 int runMain(int argc, char** argv);
 

@@ -168,14 +168,7 @@ void addRing(CLI::App& draw) {
     ring->add_option("--out", options->out, "The image to write: FILE.png or FILE.svg")
         ->type_name("FILE")
         ->required();
-    ring->callback([options] {
-        try {
-            setExitCode(drawRing(*options));
-        } catch (const std::exception& error) {
-            std::cerr << "draw ring: " << error.what() << '\n';
-            setExitCode(kExitFailure);
-        }
-    });
+    setCommandAction(*ring, "draw ring", [options] { return drawRing(*options); });
 }
 
 const CommandRegistration drawCommand{"draw", [](CLI::App& app) {

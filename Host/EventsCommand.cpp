@@ -49,24 +49,17 @@ int run(const EventsOptions& options) {
     return writeOutput(options.out, json) ? kExitOk : kExitFailure;
 }
 
-const CommandRegistration eventsCommand{"events", [](CLI::App& app) {
-                                            auto options = std::make_shared<EventsOptions>();
-                                            auto* command = app.add_subcommand(
-                                                "events",
-                                                "Print the recorded widget fetch events (widget_events) as a "
-                                                "JSON array; elements that do not decode "
-                                                "are named on standard error and left out");
-                                            addContainerOption(*command, options->container);
-                                            addOutOption(*command, options->out);
-                                            command->callback([options] {
-                                                try {
-                                                    setExitCode(run(*options));
-                                                } catch (const std::exception& error) {
-                                                    std::cerr << "events: " << error.what() << '\n';
-                                                    setExitCode(kExitFailure);
-                                                }
-                                            });
-                                        }};
+const CommandRegistration eventsCommand{
+    "events", [](CLI::App& app) {
+        auto options = std::make_shared<EventsOptions>();
+        auto* command = app.add_subcommand("events",
+                                           "Print the recorded widget fetch events (widget_events) as a "
+                                           "JSON array; elements that do not decode "
+                                           "are named on standard error and left out");
+        addContainerOption(*command, options->container);
+        addOutOption(*command, options->out);
+        setCommandAction(*command, "events", [options] { return run(*options); });
+    }};
 
 }  // namespace
 }  // namespace qrv::host

@@ -75,14 +75,7 @@ const CommandRegistration logWaterCommand{
             ->required();
         addNowOption(*command, options->now);
         addContainerOption(*command, options->container);
-        command->callback([options] {
-            try {
-                setExitCode(run(*options));
-            } catch (const std::exception& error) {
-                std::cerr << "log-water: " << error.what() << '\n';
-                setExitCode(kExitFailure);
-            }
-        });
+        setCommandAction(*command, "log-water", [options] { return run(*options); });
     }};
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "Host/Manifest.hpp"
 
-#include <cmath>
-
+#include "Host/TargetsJSON.hpp"
 #include "Platform/coding/JSONWriter.hpp"
 #include "Platform/time/ISO8601.hpp"
 
@@ -31,33 +30,6 @@ void ManifestImage::describe(const platform::DisplayList& list, const TapRules& 
 
 namespace {
 
-// Hundredths of a point are finer than any pixel the host draws.
-double rounded(double value) { return std::round(value * 100) / 100; }
-
-void writeRect(JSONWriter& json, const platform::Rect& rect) {
-    json.beginObject()
-        .key("x")
-        .number(rounded(rect.minX()))
-        .key("y")
-        .number(rounded(rect.minY()))
-        .key("width")
-        .number(rounded(rect.width()))
-        .key("height")
-        .number(rounded(rect.height()))
-        .endObject();
-}
-
-void writeSize(JSONWriter& json, platform::Size size) {
-    json.beginObject().key("width").number(rounded(size.width)).key("height").number(rounded(size.height)).endObject();
-}
-
-void writeOptional(JSONWriter& json, const std::optional<std::string>& text) {
-    if (text)
-        json.string(*text);
-    else
-        json.null();
-}
-
 void writeImage(JSONWriter& json, const ManifestImage& image, const platform::Calendar& calendar) {
     json.beginObject();
     json.key("kind").string(image.kind);
@@ -72,13 +44,8 @@ void writeImage(JSONWriter& json, const ManifestImage& image, const platform::Ca
     writeSize(json, image.size);
     json.key("widgetURL");
     writeOptional(json, image.widgetURL);
-    json.key("links").beginArray();
-    for (const auto& link : image.links) {
-        json.beginObject().key("url").string(link.url).key("rect");
-        writeRect(json, link.rect);
-        json.endObject();
-    }
-    json.endArray();
+    json.key("links");
+    writeLinks(json, image.links);
     json.key("buttons").beginArray();
     for (const auto& button : image.buttons) {
         json.beginObject().key("intent").string(button.intent.intent).key("parameters").beginArray();

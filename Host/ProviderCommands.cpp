@@ -168,14 +168,7 @@ void setup(CLI::App& app, Request request, std::string description) {
     addContainerOption(*command, options->container);
     addOutOption(*command, options->out);
     if (request != Request::placeholder) addWaitOption(*command, options->wait);
-    command->callback([request, options] {
-        try {
-            setExitCode(run(request, *options));
-        } catch (const std::exception& error) {
-            std::cerr << requestName(request) << ": " << error.what() << '\n';
-            setExitCode(kExitFailure);
-        }
-    });
+    setCommandAction(*command, std::string(requestName(request)), [request, options] { return run(request, *options); });
 }
 
 const CommandRegistration placeholderCommand{

@@ -136,14 +136,7 @@ const CommandRegistration renderCommand{"render", [](CLI::App& app) {
     addNowOption(*command, options->now);
     addContainerOption(*command, options->container);
     addWaitOption(*command, options->wait);
-    command->callback([options] {
-        try {
-            setExitCode(run(*options));
-        } catch (const std::exception& error) {
-            std::cerr << "render: " << error.what() << '\n';
-            setExitCode(kExitFailure);
-        }
-    });
+    setCommandAction(*command, "render", [options] { return run(*options); });
 }};
 
 }  // namespace

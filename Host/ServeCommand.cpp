@@ -130,14 +130,7 @@ const CommandRegistration serveCommand{"serve", [](CLI::App& app) {
                 return "not a locale name: " + text;
             },
             "LOCALE"));
-    command->callback([options] {
-        try {
-            setExitCode(run(*options));
-        } catch (const std::exception& error) {
-            std::cerr << "serve: " << error.what() << '\n';
-            setExitCode(kExitFailure);
-        }
-    });
+    setCommandAction(*command, "serve", [options] { return run(*options); });
 }};
 
 }  // namespace

@@ -163,14 +163,7 @@ const CommandRegistration storeCommand{
             "value's type and size and, for the records, the record decoded (or why it does not decode)");
         addContainerOption(*command, options->container);
         addOutOption(*command, options->out);
-        command->callback([options] {
-            try {
-                setExitCode(run(*options));
-            } catch (const std::exception& error) {
-                std::cerr << "store: " << error.what() << '\n';
-                setExitCode(kExitFailure);
-            }
-        });
+        setCommandAction(*command, "store", [options] { return run(*options); });
     }};
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "Platform/time/ISO8601.hpp"
 #include "Widget/Water/FloatParsing.hpp"
 #include "Host/RenderWidget.hpp"
+#include "Host/TargetsJSON.hpp"
 #include "Widget/Water/WaterWidgetUnit.hpp"
 
 namespace qrv::host {
@@ -170,21 +171,6 @@ std::vector<std::string> buttonParameterNames(const std::string& intentName) {
 
 namespace {
 
-double rounded(double value) { return std::round(value * 100) / 100; }
-
-void writeRect(JSONWriter& json, const platform::Rect& rect) {
-    json.beginObject()
-        .key("x")
-        .number(rounded(rect.minX()))
-        .key("y")
-        .number(rounded(rect.minY()))
-        .key("width")
-        .number(rounded(rect.width()))
-        .key("height")
-        .number(rounded(rect.height()))
-        .endObject();
-}
-
 void writeWidget(JSONWriter& json, const InstalledWidget& widget, const platform::Calendar& calendar) {
     const auto& image = widget.image;
     json.beginObject();
@@ -210,25 +196,12 @@ void writeWidget(JSONWriter& json, const InstalledWidget& widget, const platform
         json.null();
     json.key("waiting").boolean(widget.waitingForTimeline);
     json.key("requests").integer(static_cast<std::int64_t>(widget.timelineRequests));
-    json.key("size")
-        .beginObject()
-        .key("width")
-        .number(rounded(image.size.width))
-        .key("height")
-        .number(rounded(image.size.height))
-        .endObject();
+    json.key("size");
+    writeSize(json, image.size);
     json.key("widgetURL");
-    if (image.widgetURL)
-        json.string(*image.widgetURL);
-    else
-        json.null();
-    json.key("links").beginArray();
-    for (const auto& link : image.links) {
-        json.beginObject().key("url").string(link.url).key("rect");
-        writeRect(json, link.rect);
-        json.endObject();
-    }
-    json.endArray();
+    writeOptional(json, image.widgetURL);
+    json.key("links");
+    writeLinks(json, image.links);
     json.key("buttons").beginArray();
     for (const auto& button : image.buttons) {
         const auto names = buttonParameterNames(button.intent.intent);
@@ -243,10 +216,7 @@ void writeWidget(JSONWriter& json, const InstalledWidget& widget, const platform
     json.key("texts").beginArray();
     for (const auto& text : image.texts) {
         json.beginObject().key("id");
-        if (text.id)
-            json.string(*text.id);
-        else
-            json.null();
+        writeOptional(json, text.id);
         json.key("text").string(text.text).key("shown").string(text.shown).endObject();
     }
     json.endArray();

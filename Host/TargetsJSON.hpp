@@ -1,0 +1,24 @@
+#pragma once
+// How the gallery's manifest and the live page's state spell the geometry and
+// tap targets of a drawn widget, so both files read the same way.
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Host/TapRules.hpp"
+#include "Platform/coding/JSONWriter.hpp"
+#include "Platform/drawing/Geometry.hpp"
+
+namespace qrv::host {
+
+// {"x","y","width","height"} in points, to the hundredth (finer than any
+// pixel the host draws).
+void writeRect(platform::JSONWriter& json, const platform::Rect& rect);
+// {"width","height"} in points, to the hundredth.
+void writeSize(platform::JSONWriter& json, platform::Size size);
+// The text, or null.
+void writeOptional(platform::JSONWriter& json, const std::optional<std::string>& text);
+// [{"url","rect"}, ...]
+void writeLinks(platform::JSONWriter& json, const std::vector<LinkRegion>& links);
+
+}  // namespace qrv::host
