@@ -4,14 +4,12 @@
 #include "Platform/drawing/DisplayList.hpp"
 #include "Platform/drawing/FixedAdvanceTextMeasurer.hpp"
 #include "Platform/drawing/Recorder.hpp"
+#include "tests/Platform/drawing/GoldenSupport.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
-#include <fstream>
 #include <numbers>
-#include <sstream>
 
 namespace qrv::platform {
 namespace {
@@ -30,18 +28,7 @@ DisplayList recorded(const View& view, Size size, ColorScheme scheme = ColorSche
 }
 
 void expectGolden(const std::string& name, const DisplayList& list) {
-    const std::string path = std::string(QRV_TEST_DATA) + "/golden/drawing/" + name + ".txt";
-    const std::string actual = toText(list);
-    const char* update = std::getenv("QRV_UPDATE_GOLDEN");
-    if (update && std::string(update) == "1") {
-        std::ofstream(path, std::ios::binary) << actual;
-        return;
-    }
-    std::ifstream in(path, std::ios::binary);
-    ASSERT_TRUE(in) << "missing golden file " << path << " (run with QRV_UPDATE_GOLDEN=1 to create it)";
-    std::stringstream expected;
-    expected << in.rdbuf();
-    EXPECT_EQ(actual, expected.str()) << "golden file " << path << " differs (QRV_UPDATE_GOLDEN=1 rewrites it)";
+    testing::expectGolden("drawing", name, list);
 }
 
 // A ring in the manner of the progress views: a track, a trimmed arc turned

@@ -6,12 +6,8 @@
 #include "Platform/drawing/DisplayList.hpp"
 #include "Platform/drawing/FixedAdvanceTextMeasurer.hpp"
 #include "Platform/drawing/Recorder.hpp"
+#include "tests/Platform/drawing/GoldenSupport.hpp"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 namespace qrv::widget::testing {
@@ -28,18 +24,7 @@ inline platform::DisplayList recorded(const platform::View& view, platform::Size
 }
 
 inline void expectGolden(const std::string& name, const platform::DisplayList& list) {
-    const std::string path = std::string(QRV_TEST_DATA) + "/golden/widget/" + name + ".txt";
-    const std::string actual = platform::toText(list);
-    const char* update = std::getenv("QRV_UPDATE_GOLDEN");
-    if (update && std::string(update) == "1") {
-        std::ofstream(path, std::ios::binary) << actual;
-        return;
-    }
-    std::ifstream in(path, std::ios::binary);
-    ASSERT_TRUE(in) << "missing golden file " << path << " (run with QRV_UPDATE_GOLDEN=1 to create it)";
-    std::stringstream expected;
-    expected << in.rdbuf();
-    EXPECT_EQ(actual, expected.str()) << "golden file " << path << " differs (QRV_UPDATE_GOLDEN=1 rewrites it)";
+    platform::testing::expectGolden("widget", name, list);
 }
 
 }  // namespace qrv::widget::testing
