@@ -16,6 +16,7 @@
 #include "Platform/drawing/FixedAdvanceTextMeasurer.hpp"
 #include "Platform/drawing/Layout.hpp"
 #include "Platform/drawing/Recorder.hpp"
+#include "Platform/timeline/Timeline.hpp"
 
 namespace qrv::widget::testing {
 
@@ -23,21 +24,7 @@ using Preferences = std::vector<std::pair<std::string, platform::Rect>>;
 
 // Widget sizes on the reference phone and tablet (laid out at canvas size).
 inline platform::Size phoneSize(platform::WidgetFamily family) {
-    using platform::WidgetFamily;
-    switch (family) {
-        case WidgetFamily::systemSmall:
-            return {158, 158};
-        case WidgetFamily::systemMedium:
-            return {338, 158};
-        case WidgetFamily::accessoryCircular:
-            return {72, 72};
-        case WidgetFamily::accessoryRectangular:
-            return {160, 72};
-        case WidgetFamily::accessoryInline:
-            return {234, 26};
-        default:
-            return {338, 354};
-    }
+    return platform::TimelineProviderContext::typicalDisplaySize(family);
 }
 inline platform::Size padSize(platform::WidgetFamily family) {
     if (family == platform::WidgetFamily::systemSmall) return {155, 155};
