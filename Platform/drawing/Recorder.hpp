@@ -25,6 +25,7 @@ struct RenderOptions {
     Size size{};
     ColorScheme colorScheme = ColorScheme::light;
     WidgetFamily widgetFamily = WidgetFamily::systemSmall;
+    LayoutDirection layoutDirection = LayoutDirection::leftToRight;  // the locale's
     EdgeInsets contentMargins{};
     // False where the host removes the container background (e.g. in StandBy).
     bool showsContainerBackground = true;
@@ -34,6 +35,7 @@ struct RenderOptions {
         Environment e{};
         e.colorScheme = colorScheme;
         e.widgetFamily = widgetFamily;
+        e.layoutDirection = layoutDirection;
         return e;
     }
 };

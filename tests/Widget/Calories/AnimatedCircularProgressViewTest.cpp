@@ -168,5 +168,40 @@ TEST(AnimatedCircularProgressView, LongFiguresShrinkToHalfBeforeTruncating) {
     EXPECT_TRUE(cut.truncated);
 }
 
+TEST(AnimatedCircularProgressView, RightToLeftMirrorsTheStackAndPaddingButNotTheRing) {
+    // A ring and a marker side by side, 10 points of leading and 2 of trailing
+    // padding, centred in a 100 × 40 widget: 14 points to spare on each side.
+    const View row = HStack({AnimatedCircularProgressView{config(), "1", "2", 0.6, 0}.body().frame(40, 40),
+                             View(Color::fixed({0, 0, 1, 1}, "marker")).frame(20, 20)},
+                            VerticalAlignment::center, 0)
+                         .padding(EdgeInsets{.leading = 10, .trailing = 2});
+    struct Case {
+        LayoutDirection direction;
+        double ringCentreX, markerMinX;
+    } cases[] = {
+        {LayoutDirection::leftToRight, 14 + 10 + 20, 14 + 10 + 40},
+        {LayoutDirection::rightToLeft, 14 + 2 + 20 + 20, 14 + 2},
+    };
+    static const FixedAdvanceTextMeasurer measurer;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.direction == LayoutDirection::rightToLeft ? "right to left" : "left to right");
+        RenderOptions options;
+        options.size = {100, 40};
+        options.layoutDirection = c.direction;
+        const DisplayList list = render(row, options, measurer);
+        const auto arcs = strokes(list, "progress");
+        ASSERT_EQ(arcs.size(), 2u);
+        // Still from twelve o'clock, clockwise, whichever way the row runs.
+        EXPECT_NEAR(onlyArc(arcs[0]).startAngle, -kTurn / 4, 1e-9);
+        EXPECT_NEAR(onlyArc(arcs[0]).sweep, 0.6 * kTurn, 1e-9);
+        EXPECT_DOUBLE_EQ(onlyArc(arcs[0]).center.x, c.ringCentreX);
+        const op::FillPath* marker = nullptr;
+        for (const auto& o : list.ops)
+            if (auto* f = std::get_if<op::FillPath>(&o); f && f->color.name == "marker") marker = f;
+        ASSERT_NE(marker, nullptr);
+        EXPECT_DOUBLE_EQ(marker->path.bounds().minX(), c.markerMinX);
+    }
+}
+
 }  // namespace
 }  // namespace qrv::widget
