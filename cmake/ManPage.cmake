@@ -34,3 +34,8 @@ execute_process(
 if(failed)
   message(FATAL_ERROR "help2man failed: ${failed}")
 endif()
+# Installed compressed, as manual pages are on Debian.
+execute_process(COMMAND gzip -9nkf ${OUT} RESULT_VARIABLE failed)
+if(failed)
+  message(FATAL_ERROR "gzip ${OUT} failed: ${failed}")
+endif()
