@@ -62,7 +62,7 @@ std::vector<std::string> valuesOfType(const std::string& type) {
 }
 
 std::vector<std::string> optionValues(const CLI::Option& option) {
-    if (option.get_type_size() == 0) return {};  // a flag
+    if (option.get_expected_max() == 0) return {};  // a flag
     const auto typeName = option.get_type_name();
     if (auto members = membersInTypeName(typeName); !members.empty()) return members;
     return valuesOfType(typeName.substr(0, typeName.find(':')));
