@@ -6,8 +6,11 @@
 //   qrv-widgets __complete                    the commands, one a line
 //   qrv-widgets __complete CMD                CMD's long options
 //   qrv-widgets __complete CMD --OPTION       the values OPTION takes: one a
-//                                             line, or <dir> / <file> when it
-//                                             takes a path, nothing for a flag
+//                                             line, <dir> / <file> for a path,
+//                                             <text> for free text, nothing for
+//                                             a flag
+// A new option with a set check (CLI::IsMember) completes with no edit here; one
+// checked in code completes by its type name, in valuesOfType.
 #include <iostream>
 
 #include "Host/Command.hpp"
@@ -55,8 +58,10 @@ std::vector<std::string> valuesOfType(const std::string& type) {
         values = platform::StringCatalog::main()->languages();
     } else if (type == "DIR") {
         values.emplace_back("<dir>");
-    } else {
+    } else if (type == "FILE") {
         values.emplace_back("<file>");
+    } else {
+        values.emplace_back("<text>");  // free text: a time, a title, a number
     }
     return values;
 }

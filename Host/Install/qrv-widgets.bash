@@ -37,6 +37,7 @@ _qrv_widgets() {
         case $values in
             "<dir>") COMPREPLY=($(compgen -d -- "$cur")); return ;;
             "<file>") COMPREPLY=($(compgen -f -- "$cur")); return ;;
+            "<text>") COMPREPLY=(); return ;;
             ?*) COMPREPLY=($(compgen -W "$values" -- "$cur")); return ;;
         esac
     fi

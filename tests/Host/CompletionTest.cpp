@@ -23,6 +23,7 @@ TEST(CompletionTest, OffersWordsFromTheProgramsOwnDefinitions) {
         {{"render", "--container"}, {"<dir>"}},
         {{"render", "--help"}, {}},  // a flag takes nothing
         {{"events", "--out"}, {"<file>"}},
+        {{"timeline", "--now"}, {"<text>"}},
     };
     for (const auto& c : cases) {
         auto args = c.words;
