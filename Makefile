@@ -1,5 +1,5 @@
 # The project's front door: `make demo` and `make test`.
-.PHONY: all deps build test test-debug test-tsan demo release bench fuzz fuzz-smoke clean
+.PHONY: all deps build test test-debug test-tsan demo release package bench fuzz fuzz-smoke clean
 
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 60
@@ -33,6 +33,11 @@ release: deps
 
 demo: release
 	scripts/demo build/release
+
+# The Debian package of the release build: build/release/quorvane-widgets_VERSION_ARCH.deb
+package: release
+	cmake --build --preset release --target package
+	@ls build/release/quorvane-widgets_*.deb
 
 # Benchmarks need only the bench program and the host from the release build;
 # results go to bench/results.json and docs/performance.md.

@@ -12,8 +12,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-#ifndef QRV_INSTALL_LIBDIR
-#define QRV_INSTALL_LIBDIR "/usr/local/lib"
+// The install's directory for the library, relative to the program's own
+// directory; set by the build from the install layout, so the prefix can move.
+#ifndef QRV_UNIT_LIBDIR_FROM_BINDIR
+#define QRV_UNIT_LIBDIR_FROM_BINDIR "../lib/quorvane-widgets"
 #endif
 
 struct LoaderState {
@@ -44,8 +46,12 @@ std::vector<std::string> searchPaths(const std::optional<std::string>& onlyPath)
     std::vector<std::string> paths;
     std::error_code ec;
     const auto exe = fs::read_symlink("/proc/self/exe", ec);
-    if (!ec) paths.push_back((exe.parent_path() / kUnitSystemFileName).string());
-    paths.push_back((fs::path(QRV_INSTALL_LIBDIR) / kUnitSystemFileName).string());
+    if (!ec) {
+        paths.push_back((exe.parent_path() / kUnitSystemFileName).string());
+        paths.push_back((exe.parent_path() / QRV_UNIT_LIBDIR_FROM_BINDIR / kUnitSystemFileName)
+                            .lexically_normal()
+                            .string());
+    }
     return paths;
 }
 

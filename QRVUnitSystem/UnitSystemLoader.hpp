@@ -5,8 +5,9 @@
 //     a file is loaded as it is, a directory is searched for
 //     libQRVUnitSystem.so. Point it at a path that does not exist
 //     (QRV_UNIT_SYSTEM_PATH=/nonexistent) to run without the library.
-//   - otherwise the program's own directory (/proc/self/exe), then the
-//     install's library directory.
+//   - otherwise the program's own directory (/proc/self/exe), as in the build
+//     tree, then the install's library directory found from there
+//     (bin/../lib/quorvane-widgets), as in an installed prefix.
 // A library that is missing, fails to load, lacks a function or speaks another
 // interface version counts as unavailable: every unit operation then answers
 // nothing and callers fall back. The first use loads; the answer is kept for

@@ -5,6 +5,11 @@
 #include <cstdlib>
 #include <system_error>
 
+// Set by the build from the install layout; relative, so the prefix can move.
+#ifndef QRV_DATADIR_FROM_BINDIR
+#define QRV_DATADIR_FROM_BINDIR "../share/quorvane-widgets"
+#endif
+
 namespace qrv::platform {
 
 std::optional<std::filesystem::path> executableDirectory() {
@@ -18,8 +23,14 @@ std::optional<std::filesystem::path> programResourceDirectory() {
     if (const char* value = std::getenv(kResourceDirectoryVariable); value != nullptr && *value != '\0') {
         return std::filesystem::path(value);
     }
-    if (auto dir = executableDirectory()) return *dir / "Resources";
-    return std::nullopt;
+    const auto exe = executableDirectory();
+    if (!exe) return std::nullopt;
+    std::error_code error;
+    const auto beside = *exe / "Resources";
+    if (std::filesystem::is_directory(beside, error)) return beside;
+    const auto installed = (*exe / QRV_DATADIR_FROM_BINDIR).lexically_normal();
+    if (std::filesystem::is_directory(installed, error)) return installed;
+    return beside;
 }
 
 std::optional<std::filesystem::path> directoryOfImageContaining(const void* address) {

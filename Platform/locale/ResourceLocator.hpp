@@ -1,6 +1,9 @@
 #pragma once
 // Where a program's resources are: the stand-in for the platform's bundle
-// paths. Resources ship next to the programs (the build copies them there).
+// paths. In the build tree they sit next to the programs (the build copies them
+// there); an installed program finds them in share/quorvane-widgets under its
+// own prefix. Both are found from the program's location, so an install can be
+// moved anywhere.
 #include <filesystem>
 #include <optional>
 #include <vector>
@@ -13,8 +16,10 @@ inline constexpr const char* kResourceDirectoryVariable = "QRV_RESOURCE_DIR";
 // The directory holding the running executable.
 std::optional<std::filesystem::path> executableDirectory();
 
-// The program's resource directory: $QRV_RESOURCE_DIR when set and not empty,
-// otherwise "Resources" beside the executable.
+// The program's resource directory: $QRV_RESOURCE_DIR when set and not empty;
+// otherwise "Resources" beside the executable (the build tree) when that is a
+// directory, else the install's data directory when that is one, else
+// "Resources" beside the executable.
 std::optional<std::filesystem::path> programResourceDirectory();
 
 // The directory of the executable or shared library that contains the given
