@@ -204,8 +204,16 @@ const shot = path.join(outDir, failed ? "e2e-failure.png" : "e2e-last-run.png");
 await page.screenshot({ path: shot, fullPage: true }).catch(() => {});
 console.log(`e2e: screenshot ${shot}`);
 
+// The server stops cleanly while the page still holds its event stream open.
+await step("the server stops at once with the page still open", async () => {
+  const exited = new Promise((resolve) => { if (server.exitCode !== null) resolve(); else server.on("exit", resolve); });
+  server.kill("SIGTERM");
+  const timer = new Promise((resolve) => setTimeout(() => resolve("hung"), 10000));
+  if (await Promise.race([exited, timer]) === "hung") { server.kill("SIGKILL"); throw new Error("the server did not stop"); }
+  if (server.exitCode !== 0) throw new Error(`the server ended with ${server.exitCode}`);
+});
+
 await context.close();
-server.kill("SIGTERM");
-await new Promise((resolve) => { if (server.exitCode !== null) resolve(); else server.on("exit", resolve); });
+if (server.exitCode === null) server.kill("SIGKILL");
 rmSync(work, { recursive: true, force: true });
 process.exit(failed ? 1 : 0);
