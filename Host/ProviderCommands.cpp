@@ -64,8 +64,9 @@ template <class Provider>
 MakeAsker asker(std::function<Provider(const widget::WidgetDataCacheReaderEnvironment&)> make) {
     return [make](const widget::WidgetDataCacheReaderEnvironment& environment) -> AskProvider {
         auto provider = std::make_shared<Provider>(make(environment));
-        return [provider, background = environment.queues.background](Request request, const RequestSettings& settings,
-                          std::string_view widget) -> std::optional<std::string> {
+        return [provider, background = environment.queues.background](
+                   Request request, const RequestSettings& settings,
+                   std::string_view widget) -> std::optional<std::string> {
             const auto& context = settings.context;
             switch (request) {
                 case Request::placeholder:

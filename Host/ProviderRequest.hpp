@@ -34,7 +34,8 @@ bool runUntilAnswered(platform::MainQueue& main, const platform::Executor* backg
     for (;;) {
         const auto now = Clock::now();
         if (now >= deadline) return answered();
-        const auto slice = background ? std::min<Clock::duration>(kIdleCheckInterval, deadline - now) : deadline - now;
+        const auto slice =
+            background ? std::min<Clock::duration>(kIdleCheckInterval, deadline - now) : deadline - now;
         if (main.runUntil(answered, slice)) return true;
         // The background first: its work may queue on `main` before it goes idle.
         if (background && background->idle() && main.idle()) return answered();
@@ -68,7 +69,8 @@ std::optional<Answer> await(Start start, platform::MainQueue& main, const platfo
         // An answer from another thread must wake the waiting loop.
         main.async([] {});
     });
-    runUntilAnswered(main, background, [&] { return slot->filled(); }, wait);
+    runUntilAnswered(
+        main, background, [&] { return slot->filled(); }, wait);
     std::lock_guard lock(slot->mutex);
     return std::move(slot->answer);
 }
@@ -80,7 +82,8 @@ std::optional<Entry> askSnapshot(const platform::TimelineProvider<Entry>& provid
                                  std::chrono::milliseconds wait, const platform::Executor* background,
                                  platform::MainQueue& main = *platform::mainQueue()) {
     return detail::await<Entry>(
-        [&](auto completion) { provider.getSnapshot(context, std::move(completion)); }, main, background, wait);
+        [&](auto completion) { provider.getSnapshot(context, std::move(completion)); }, main, background,
+        wait);
 }
 
 template <class Entry>
@@ -90,7 +93,8 @@ std::optional<platform::Timeline<Entry>> askTimeline(const platform::TimelinePro
                                                      const platform::Executor* background,
                                                      platform::MainQueue& main = *platform::mainQueue()) {
     return detail::await<platform::Timeline<Entry>>(
-        [&](auto completion) { provider.getTimeline(context, std::move(completion)); }, main, background, wait);
+        [&](auto completion) { provider.getTimeline(context, std::move(completion)); }, main, background,
+        wait);
 }
 
 }  // namespace qrv::host

@@ -67,8 +67,8 @@ std::vector<Request> requestsFor(const std::vector<widget::WidgetConfiguration>&
 }
 
 std::vector<std::optional<platform::Timeline<WidgetEntry>>> askAll(const std::vector<Request>& requests,
-                                                                     std::chrono::milliseconds wait,
-                                                                     const platform::Executor* background) {
+                                                                   std::chrono::milliseconds wait,
+                                                                   const platform::Executor* background) {
     auto answers = std::make_shared<Answers>();
     answers->timelines.resize(requests.size());
     const auto main = platform::mainQueue();
@@ -84,7 +84,8 @@ std::vector<std::optional<platform::Timeline<WidgetEntry>>> askAll(const std::ve
                                               main->async([] {});  // wakes the waiting loop
                                           });
     }
-    runUntilAnswered(*main, background, [&] { return answers->complete(); }, wait);
+    runUntilAnswered(
+        *main, background, [&] { return answers->complete(); }, wait);
     std::lock_guard lock(answers->mutex);
     return answers->timelines;
 }

@@ -1,8 +1,9 @@
 #pragma once
 // The live host's HTTP side: the page, its script and style, the state as
-// JSON (once, or pushed as server-sent events whenever it changes), each widget's picture, and the three things a viewer may ask for
-// (run a button's intent, move the clock, reload every widget). Nothing else
-// is served; no route takes a file name, and nothing is read from disk.
+// JSON (once, or pushed as server-sent events whenever it changes), each
+// widget's picture, and the three things a viewer may ask for (run a button's
+// intent, move the clock, reload every widget). Nothing else is served; no
+// route takes a file name, and nothing is read from disk.
 //
 // Requests from other sites are refused: a POST must come without an Origin
 // or from the page's own, and while the server listens on loopback the Host

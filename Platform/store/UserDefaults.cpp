@@ -495,7 +495,8 @@ fs::path UserDefaults::keepBeside(std::string_view label, const Data& bytes) con
         }
         try {
             writeAll(fd.get(), bytes, target);
-            if (::fsync(fd.get()) != 0) throw UserDefaultsError("cannot flush " + target + ": " + errnoText(errno));
+            if (::fsync(fd.get()) != 0)
+                throw UserDefaultsError("cannot flush " + target + ": " + errnoText(errno));
         } catch (...) {
             ::unlink(target.c_str());
             throw;

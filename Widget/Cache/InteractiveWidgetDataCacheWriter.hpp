@@ -92,7 +92,9 @@ class InteractiveWidgetDataCacheWriter final : public InteractiveWidgetDataCache
 
     // How the file keeping a value under `dataKey` that no longer decodes is
     // named after the store file.
-    static std::string unreadableLabel(std::string_view dataKey) { return std::string(dataKey) + "-unreadable"; }
+    static std::string unreadableLabel(std::string_view dataKey) {
+        return std::string(dataKey) + "-unreadable";
+    }
 
     const Strategies& strategies() const { return strategies_; }
     std::shared_ptr<platform::UserDefaults> store() const;

@@ -153,7 +153,9 @@ View MacronutrientsWidgetView::compactList(const std::vector<MacronutrientsWidge
 View MacronutrientsWidgetView::circular() const {
     const auto shown = values();
     if (!viewModel.data.isLoggedIn)
-        return VStack({lockScreenText(loginPrompt(), QRVFont::label12Medium).lineLimit(2).minimumScaleFactor(0.6),
+        return VStack({lockScreenText(loginPrompt(), QRVFont::label12Medium)
+                           .lineLimit(2)
+                           .minimumScaleFactor(0.6),
                        lockScreenText(localizedString("--"), QRVFont::label12Medium)},
                       HorizontalAlignment::center, 0)
             .padding(6);

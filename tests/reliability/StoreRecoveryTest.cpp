@@ -220,7 +220,8 @@ TEST_F(StoreRecovery, TenMegabytesUnderTheRecordKeysLeavesTheWidgetsWorking) {
     // The unreadable list is kept byte for byte in a file beside the store.
     std::size_t kept = 0;
     for (const auto& file : std::filesystem::directory_iterator(storeFile(container_).parent_path())) {
-        if (file.path().filename().string().find(".WaterInteractiveData-unreadable-") == std::string::npos) continue;
+        if (file.path().filename().string().find(".WaterInteractiveData-unreadable-") == std::string::npos)
+            continue;
         ++kept;
         EXPECT_EQ(std::filesystem::file_size(file.path()), hugeTaps.size());
     }

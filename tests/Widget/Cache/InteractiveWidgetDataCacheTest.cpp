@@ -122,7 +122,8 @@ TEST_F(InteractiveCacheTest, UnreadableListStartsOverAndIsKeptBesideTheStore) {
     const std::string damaged = R"([{"date":1,"waterValue":250,"waterUnit":"ml"},)"
                                 R"({"date":2,"waterValue":9,"waterUnit":"litres"},)"
                                 R"({"date":3,"waterValue":8,"waterUnit":"oz"}])";
-    const PropertyListValue stored[] = {PropertyListValue(dataOf(damaged)), PropertyListValue(dataOf("\x01garbage")),
+    const PropertyListValue stored[] = {PropertyListValue(dataOf(damaged)),
+                                        PropertyListValue(dataOf("\x01garbage")),
                                         PropertyListValue("a string")};
     const InteractiveWaterData tap{Date{10}, 250, WaterWidgetUnit::ml};
     for (const auto& value : stored) {
@@ -146,8 +147,7 @@ TEST_F(InteractiveCacheTest, UnreadableListStartsOverAndIsKeptBesideTheStore) {
         ASSERT_EQ(kept.size(), 1u);
         std::ifstream in(kept[0], std::ios::binary);
         const PropertyListValue::Data bytes{std::istreambuf_iterator<char>(in), {}};
-        EXPECT_EQ(bytes, value.dataValue() ? *value.dataValue()
-                                           : qrv::platform::PropertyList::encode(value));
+        EXPECT_EQ(bytes, value.dataValue() ? *value.dataValue() : qrv::platform::PropertyList::encode(value));
         EXPECT_EQ(out, "");
         EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
         EXPECT_NE(err.find(kept[0].string()), std::string::npos) << err;
