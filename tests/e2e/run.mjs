@@ -5,7 +5,9 @@
 //      button of a rendered manifest, posted as it stands, adds a third;
 //   2. a calories record written into the container shows up by itself;
 //   3. with the clock moved to just before midnight, the calories and
-//      macronutrient widgets roll over to the new day's figures and water to 0.
+//      macronutrient widgets roll over to the new day's figures and water to 0;
+//   4. a page whose event stream is refused still follows a tap by polling, and
+//      the server stops at once while a page holds its stream open.
 // Texts are read from the data the page puts on each widget, not from pixels.
 // A screenshot goes to the output directory when a step fails.
 //
@@ -140,6 +142,16 @@ await step("the page shows every widget from its records", async () => {
   await waitForTexts("macronutrients-accessoryInline", ["Carbs 142g / Fat 74g / Protein 88g"], "macronutrients");
 });
 
+await step("the host pushes its state as server-sent events", async () => {
+  const widgets = await page.evaluate(() => new Promise((resolve, reject) => {
+    const source = new EventSource("/api/events");
+    const timer = setTimeout(() => { source.close(); reject(new Error("no event came")); }, 10000);
+    source.onmessage = (event) => { clearTimeout(timer); source.close(); resolve(JSON.parse(event.data).widgets.length); };
+    source.onerror = () => { clearTimeout(timer); source.close(); reject(new Error("the event stream was refused")); };
+  }));
+  if (!widgets) throw new Error("the pushed state holds no widget");
+});
+
 // Milliseconds from the click to the frame that first carries the new total.
 async function tapUntil(button, total) {
   const started = Date.now();
@@ -193,6 +205,18 @@ await step("a tap on the widget tells where the app would open", async () => {
   await page.click('figure[data-id="calories-systemSmall"] button.whole');
   await page.waitForFunction(() => document.getElementById("toast").textContent.includes("Would open qrv://qrv/widgets/"),
     null, { timeout: 5000 });
+});
+
+await step("without its event stream the page polls", async () => {
+  const polled = await context.newPage();
+  await polled.route("**/api/events", (route) => route.abort());
+  await polled.goto(url);
+  await polled.locator('figure[data-id="water-systemSmall"] button.intent').click();
+  await polled.waitForFunction(() => {
+    const figure = document.querySelector('figure[data-id="water-systemSmall"]');
+    return figure && JSON.parse(figure.dataset.texts || "[]").includes("250 ml");
+  }, null, { timeout: 15000, polling: 200 });
+  await polled.close();
 });
 
 await step("the page ran without script errors", async () => {
