@@ -1,6 +1,7 @@
 #include "Host/HostEngine.hpp"
 
 #include <algorithm>
+#include <condition_variable>
 #include <utility>
 
 #include "Host/RenderWidget.hpp"
@@ -177,6 +178,7 @@ struct HostEngine::Core : std::enable_shared_from_this<Core> {
 
     mutable std::mutex paintMutex;  // the painter is used by one thread at a time
     mutable std::mutex mutex;       // guards each Instance::shown and `version`
+    mutable std::condition_variable changed;  // notified whenever `version` goes up
     std::vector<Instance> instances;
     std::uint64_t version = 0;
     std::optional<platform::UserDefaults::Dictionary> lastRecords;  // main queue only
@@ -196,6 +198,7 @@ struct HostEngine::Core : std::enable_shared_from_this<Core> {
     void bump() {
         std::lock_guard lock(mutex);
         ++version;
+        changed.notify_all();
     }
 
     void draw(Instance& instance, const WidgetEntry& entry, bool placeholder) {
@@ -234,6 +237,7 @@ struct HostEngine::Core : std::enable_shared_from_this<Core> {
         std::lock_guard lock(mutex);
         instance.shown = std::move(next);
         ++version;
+        changed.notify_all();
     }
 
     // Shows the entry that is current at `now`, drawing it when it changed.
@@ -257,6 +261,7 @@ struct HostEngine::Core : std::enable_shared_from_this<Core> {
         instance.shown.waitingForTimeline = instance.waiting;
         instance.shown.timelineRequests = instance.generation;
         ++version;
+        changed.notify_all();
     }
 
     void request(std::size_t index) {
@@ -430,6 +435,12 @@ HostSnapshot HostEngine::snapshot() const {
 
 std::uint64_t HostEngine::version() const {
     std::lock_guard lock(core_->mutex);
+    return core_->version;
+}
+
+std::uint64_t HostEngine::waitForChange(std::uint64_t seen, std::chrono::milliseconds timeout) const {
+    std::unique_lock lock(core_->mutex);
+    core_->changed.wait_for(lock, timeout, [&] { return core_->version != seen; });
     return core_->version;
 }
 

@@ -18,6 +18,7 @@
 // they touch anything. What the page shows is read through snapshot() from any
 // thread. Each widget carries a version that goes up whenever its picture
 // changes, so a viewer knows what to fetch again.
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -148,6 +149,9 @@ class HostEngine {
 
     HostSnapshot snapshot() const;
     std::uint64_t version() const;
+    // Waits, from any thread, until the version is no longer `seen` or `timeout`
+    // has passed; answers the version then.
+    std::uint64_t waitForChange(std::uint64_t seen, std::chrono::milliseconds timeout) const;
     const DeviceProfile& device() const;
     const std::shared_ptr<HostClock>& clock() const;
     const platform::Calendar& calendar() const;

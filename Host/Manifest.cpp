@@ -46,15 +46,8 @@ void writeImage(JSONWriter& json, const ManifestImage& image, const platform::Ca
     writeOptional(json, image.widgetURL);
     json.key("links");
     writeLinks(json, image.links);
-    json.key("buttons").beginArray();
-    for (const auto& button : image.buttons) {
-        json.beginObject().key("intent").string(button.intent.intent).key("parameters").beginArray();
-        for (const auto& parameter : button.intent.parameters) json.string(parameter);
-        json.endArray().key("rect");
-        writeRect(json, button.rect);
-        json.endObject();
-    }
-    json.endArray();
+    json.key("buttons");
+    writeButtons(json, image.buttons);
     json.key("texts").beginArray();
     for (const auto& text : image.texts) {
         json.beginObject().key("id");

@@ -64,19 +64,20 @@ template <class Provider>
 MakeAsker asker(std::function<Provider(const widget::WidgetDataCacheReaderEnvironment&)> make) {
     return [make](const widget::WidgetDataCacheReaderEnvironment& environment) -> AskProvider {
         auto provider = std::make_shared<Provider>(make(environment));
-        return [provider](Request request, const RequestSettings& settings,
-                          std::string_view widget) -> std::optional<std::string> {
+        return [provider, background = environment.queues.background](
+                   Request request, const RequestSettings& settings,
+                   std::string_view widget) -> std::optional<std::string> {
             const auto& context = settings.context;
             switch (request) {
                 case Request::placeholder:
                     return header(widget, context) +
                            ",\"entry\":" + entryJSON(provider->placeholder(context)) + "}";
                 case Request::snapshot:
-                    if (auto entry = askSnapshot(*provider, context, settings.wait))
+                    if (auto entry = askSnapshot(*provider, context, settings.wait, background.get()))
                         return header(widget, context) + ",\"entry\":" + entryJSON(*entry) + "}";
                     return std::nullopt;
                 case Request::timeline:
-                    if (auto timeline = askTimeline(*provider, context, settings.wait))
+                    if (auto timeline = askTimeline(*provider, context, settings.wait, background.get()))
                         return timelineJSON(widget, context, *timeline);
                     return std::nullopt;
             }
@@ -143,7 +144,7 @@ int run(Request request, const ProviderOptions& options) {
     const auto answer = ask(request, settings, hosted->name);
     if (!answer) {
         std::cerr << "no entry came from the " << hosted->name << " provider's " << requestName(request)
-                  << " within " << options.wait << " s\n";
+                  << " (it finished without answering, or took longer than " << options.wait << " s)\n";
         return kExitNoEntry;
     }
     return writeOutput(options.out, *answer) ? kExitOk : kExitFailure;

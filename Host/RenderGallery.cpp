@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "Host/GalleryPage.hpp"
+#include "Host/ProviderRequest.hpp"
 #include "Host/RenderWidget.hpp"
 #include "Host/TapRules.hpp"
 #include "Platform/dispatch/MainQueue.hpp"
@@ -66,7 +67,8 @@ std::vector<Request> requestsFor(const std::vector<widget::WidgetConfiguration>&
 }
 
 std::vector<std::optional<platform::Timeline<WidgetEntry>>> askAll(const std::vector<Request>& requests,
-                                                                     std::chrono::milliseconds wait) {
+                                                                   std::chrono::milliseconds wait,
+                                                                   const platform::Executor* background) {
     auto answers = std::make_shared<Answers>();
     answers->timelines.resize(requests.size());
     const auto main = platform::mainQueue();
@@ -82,7 +84,8 @@ std::vector<std::optional<platform::Timeline<WidgetEntry>>> askAll(const std::ve
                                               main->async([] {});  // wakes the waiting loop
                                           });
     }
-    main->runUntil([&] { return answers->complete(); }, wait);
+    runUntilAnswered(
+        *main, background, [&] { return answers->complete(); }, wait);
     std::lock_guard lock(answers->mutex);
     return answers->timelines;
 }
@@ -112,7 +115,7 @@ GalleryResult renderGallery(const std::vector<widget::WidgetConfiguration>& widg
     std::error_code error;
     std::filesystem::create_directories(options.out, error);
     if (error) throw GalleryError("cannot create " + options.out.string() + ": " + error.message());
-    const auto timelines = askAll(requests, options.wait);
+    const auto timelines = askAll(requests, options.wait, environment.queues.background.get());
 
     const platform::Painter painter(widgetIconDirectory());
     const WidgetRenderer renderer(painter, options.device);

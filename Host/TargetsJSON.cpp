@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "Host/HostEngineIntents.hpp"
+
 namespace qrv::host {
 
 using platform::JSONWriter;
@@ -49,6 +51,25 @@ void writeLinks(JSONWriter& json, const std::vector<LinkRegion>& links) {
         json.endObject();
     }
     json.endArray();
+}
+
+void writeButtons(JSONWriter& json, const std::vector<ButtonRegion>& buttons) {
+    json.beginArray();
+    for (const auto& button : buttons) {
+        const auto names = buttonParameterNames(button.intent.intent);
+        json.beginObject().key("intent").string(button.intent.intent).key("parameters").beginObject();
+        for (std::size_t i = 0; i < button.intent.parameters.size() && i < names.size(); ++i)
+            json.key(names[i]).string(button.intent.parameters[i]);
+        json.endObject().key("rect");
+        writeRect(json, button.rect);
+        json.endObject();
+    }
+    json.endArray();
+}
+
+std::vector<std::string> buttonParameterNames(const std::string& intentName) {
+    if (intentName == waterIntentName()) return {"waterUnit", "waterValue"};
+    return intentParameterNames(intentName).value_or(std::vector<std::string>{});
 }
 
 }  // namespace qrv::host

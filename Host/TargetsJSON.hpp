@@ -20,5 +20,14 @@ void writeSize(platform::JSONWriter& json, platform::Size size);
 void writeOptional(platform::JSONWriter& json, const std::optional<std::string>& text);
 // [{"url","rect"}, ...]
 void writeLinks(platform::JSONWriter& json, const std::vector<LinkRegion>& links);
+// [{"intent","parameters","rect"}, ...], the parameters by name
+// ({"waterUnit":"ml","waterValue":"250"}): what the live host's intent route
+// takes as it stands.
+void writeButtons(platform::JSONWriter& json, const std::vector<ButtonRegion>& buttons);
+
+// The names a drawn button's texts stand for, in the order the button carries
+// them: the order the intent's convenience initializer takes them, which for
+// the water intent is unit first, then amount.
+std::vector<std::string> buttonParameterNames(const std::string& intentName);
 
 }  // namespace qrv::host

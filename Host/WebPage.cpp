@@ -142,7 +142,8 @@ footer { max-width: 760px; margin: 0 auto 40px; padding: 0 16px; font-size: 13px
 
 std::string_view webPageScript() {
     return R"QRVPAGE("use strict";
-// The live host's page: polls the host's state, shows each installed widget's
+// The live host's page: follows the host's state (pushed as server-sent events;
+// polled once a second while the stream is down), shows each installed widget's
 // current picture with its tap targets laid over it, and sends taps, clock
 // moves and reloads back. Every text from the host goes in as text, never as markup.
 (() => {
@@ -367,23 +368,44 @@ std::string_view webPageScript() {
     document.body.dataset.version = String(state.version);
   }
 
+  function accept(next) {
+    state = next;
+    fetchedAt = performance.now();
+    if (state.version !== shownVersion) { render(false); shownVersion = state.version; }
+    if (!schemeChoice) $("scheme").value = state.scheme;
+  }
+
   let polling = false;
   async function poll() {
     if (polling) return;
     polling = true;
     try {
       const response = await fetch("/api/state", { cache: "no-store" });
-      if (response.ok) {
-        state = await response.json();
-        fetchedAt = performance.now();
-        if (state.version !== shownVersion) { render(false); shownVersion = state.version; }
-        if (!schemeChoice) $("scheme").value = state.scheme;
-      }
+      if (response.ok) accept(await response.json());
     } catch (error) {
       // The host stopped or restarted; the next poll tries again.
     } finally {
       polling = false;
     }
+  }
+
+  // The host pushes its state whenever it changes. While the stream is down
+  // (the host restarting, too many streams open) the page polls instead; the
+  // browser reconnects a dropped stream by itself, and a refused one is tried
+  // again after a while.
+  let streaming = false;
+  function listen() {
+    if (!window.EventSource) return;
+    const stream = new EventSource("/api/events");
+    stream.onopen = () => { streaming = true; };
+    stream.onmessage = (event) => {
+      streaming = true;
+      try { accept(JSON.parse(event.data)); } catch (error) { /* a broken event: the next one replaces it */ }
+    };
+    stream.onerror = () => {
+      streaming = false;
+      if (stream.readyState === EventSource.CLOSED) setTimeout(listen, 5000);
+    };
   }
 
   async function setClock(body) {
@@ -428,7 +450,8 @@ std::string_view webPageScript() {
   darkQuery.addEventListener("change", () => render(true));
 
   poll().then(() => { if (state) $("clock-input").value = hostLocal(hostNowUnix()); });
-  setInterval(poll, 1000);
+  listen();
+  setInterval(() => { if (!streaming) poll(); }, 1000);
   setInterval(renderClock, 250);
 })();
 )QRVPAGE";

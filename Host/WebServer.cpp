@@ -4,6 +4,8 @@
 
 #include <chrono>
 #include <future>
+#include <memory>
+#include <optional>
 
 #include "Host/Options.hpp"
 #include "Host/WebPage.hpp"
@@ -16,6 +18,14 @@ namespace {
 constexpr std::size_t kMaxBody = 16 * 1024;
 constexpr auto kIntentWait = std::chrono::seconds(10);
 constexpr double kPictureScale = 2;
+// An event stream holds one of the server's threads for as long as it is open;
+// past this many the page is told to poll instead.
+constexpr int kMaxEventStreams = 4;
+// How long a stream waits for a change before it looks whether the server is
+// stopping (so stop() never waits on an open stream for longer than this).
+constexpr auto kEventSlice = std::chrono::milliseconds(100);
+// A comment line this often, so that a stream whose reader has gone is noticed.
+constexpr auto kKeepAlive = std::chrono::seconds(15);
 
 void sendError(httplib::Response& response, int status, const std::string& message) {
     response.status = status;
@@ -73,6 +83,7 @@ int WebServer::start() {
 
 void WebServer::stop() {
     if (!thread_.joinable()) return;
+    stopping_ = true;  // open event streams end within one slice
     server_->stop();
     thread_.join();
 }
@@ -126,6 +137,41 @@ void WebServer::routes() {
     server.Get("/api/state", [this](const httplib::Request&, httplib::Response& response) {
         response.set_content(stateJSON(engine_.snapshot(), engine_, options_.state),
                              "application/json; charset=utf-8");
+    });
+    // The state again, as server-sent events: one "data:" line with the whole
+    // state at once and after every change, so the page follows a tap or a store
+    // change within a frame or two instead of at its next poll.
+    server.Get("/api/events", [this](const httplib::Request&, httplib::Response& response) {
+        if (++openStreams_ > kMaxEventStreams) {
+            --openStreams_;
+            return sendError(response, 503, "too many open event streams; poll /api/state instead");
+        }
+        struct Stream {
+            std::optional<std::uint64_t> sent;
+            std::chrono::steady_clock::time_point lastWrite = std::chrono::steady_clock::now();
+        };
+        auto stream = std::make_shared<Stream>();
+        response.set_chunked_content_provider(
+            "text/event-stream",
+            [this, stream](std::size_t, httplib::DataSink& sink) {
+                if (stopping_) return false;
+                const auto version =
+                    stream->sent ? engine_.waitForChange(*stream->sent, kEventSlice) : engine_.version();
+                if (stopping_) return false;
+                const auto now = std::chrono::steady_clock::now();
+                std::string event;
+                if (version != stream->sent) {
+                    const auto snapshot = engine_.snapshot();
+                    stream->sent = snapshot.version;
+                    event = "data: " + stateJSON(snapshot, engine_, options_.state) + "\n\n";
+                } else if (now - stream->lastWrite >= kKeepAlive) {
+                    event = ": still here\n\n";
+                }
+                if (event.empty()) return true;
+                stream->lastWrite = now;
+                return sink.write(event.data(), event.size());
+            },
+            [this](bool) { --openStreams_; });
     });
     server.Get(R"(/api/widgets/([a-z]+-[A-Za-z]+)/(light|dark)\.(png|svg))",
                [this](const httplib::Request& request, httplib::Response& response) {

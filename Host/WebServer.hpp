@@ -1,13 +1,15 @@
 #pragma once
 // The live host's HTTP side: the page, its script and style, the state as
-// JSON, each widget's picture, and the three things a viewer may ask for
-// (run a button's intent, move the clock, reload every widget). Nothing else
-// is served; no route takes a file name, and nothing is read from disk.
+// JSON (once, or pushed as server-sent events whenever it changes), each
+// widget's picture, and the three things a viewer may ask for (run a button's
+// intent, move the clock, reload every widget). Nothing else is served; no
+// route takes a file name, and nothing is read from disk.
 //
 // Requests from other sites are refused: a POST must come without an Origin
 // or from the page's own, and while the server listens on loopback the Host
 // header must name a loopback address, so a web page elsewhere cannot reach
 // the host through its visitor's browser.
+#include <atomic>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -59,6 +61,8 @@ class WebServer {
     std::unique_ptr<httplib::Server> server_;
     std::thread thread_;
     int port_ = 0;
+    std::atomic<bool> stopping_{false};
+    std::atomic<int> openStreams_{0};
 };
 
 // Whether `address` is a loopback address or "localhost".

@@ -164,11 +164,6 @@ std::variant<ClockSetting, BadRequest> clockSetting(const Fields& fields,
     return ClockSetting{*date, *mode == "run"};
 }
 
-std::vector<std::string> buttonParameterNames(const std::string& intentName) {
-    if (intentName == waterIntentName()) return {"waterUnit", "waterValue"};
-    return intentParameterNames(intentName).value_or(std::vector<std::string>{});
-}
-
 namespace {
 
 void writeWidget(JSONWriter& json, const InstalledWidget& widget, const platform::Calendar& calendar) {
@@ -202,17 +197,8 @@ void writeWidget(JSONWriter& json, const InstalledWidget& widget, const platform
     writeOptional(json, image.widgetURL);
     json.key("links");
     writeLinks(json, image.links);
-    json.key("buttons").beginArray();
-    for (const auto& button : image.buttons) {
-        const auto names = buttonParameterNames(button.intent.intent);
-        json.beginObject().key("intent").string(button.intent.intent).key("parameters").beginObject();
-        for (std::size_t i = 0; i < button.intent.parameters.size() && i < names.size(); ++i)
-            json.key(names[i]).string(button.intent.parameters[i]);
-        json.endObject().key("rect");
-        writeRect(json, button.rect);
-        json.endObject();
-    }
-    json.endArray();
+    json.key("buttons");
+    writeButtons(json, image.buttons);
     json.key("texts").beginArray();
     for (const auto& text : image.texts) {
         json.beginObject().key("id");

@@ -45,11 +45,6 @@ struct ClockSetting {
 std::variant<ClockSetting, BadRequest> clockSetting(const Fields& fields,
                                                     const platform::Calendar& calendar);
 
-// The names a drawn button's texts stand for, in the order the button carries
-// them: the order the intent's convenience initializer takes them, which for
-// the water intent is unit first, then amount.
-std::vector<std::string> buttonParameterNames(const std::string& intentName);
-
 struct StateOptions {
     std::string scheme = "system";  // the page's initial colour scheme
     std::string language = "en";

@@ -13,6 +13,10 @@ class Executor {
     virtual ~Executor() = default;
     // Queues `work` and returns at once; the work runs later, never inside this call.
     virtual void async(Work work) = 0;
+    // Whether nothing is queued and nothing is running: then none of this
+    // executor's work can start anything more. An executor that cannot tell
+    // answers false.
+    virtual bool idle() const { return false; }
 
   protected:
     Executor() = default;

@@ -35,6 +35,8 @@ class MainQueue final : public Executor {
     // Runs items until the queue is empty, including items queued meanwhile.
     std::size_t drain();
     std::size_t pending() const;
+    // Nothing queued; meant for the draining thread, which runs nothing meanwhile.
+    bool idle() const override { return pending() == 0; }
 
   private:
     // Waits until an item is queued or the deadline passes; answers whether one is.

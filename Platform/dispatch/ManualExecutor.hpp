@@ -20,6 +20,8 @@ class ManualExecutor final : public Executor {
     // Runs items until none is left, including those queued meanwhile; answers how many ran.
     std::size_t drain();
     std::size_t pending() const;
+    // Nothing queued: a manual executor runs only when told.
+    bool idle() const override { return pending() == 0; }
 
   private:
     mutable std::mutex mutex_;

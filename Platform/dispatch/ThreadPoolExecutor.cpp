@@ -44,9 +44,20 @@ void ThreadPoolExecutor::run(const std::shared_ptr<State>& state) {
             if (state->queue.empty()) return;  // stopping, and nothing left to run
             work = std::move(state->queue.front());
             state->queue.pop_front();
+            ++state->running;
         }
         work();
+        // Released before the count drops, so that whatever the work queued
+        // elsewhere is there by the time the pool reads as idle.
+        work = nullptr;
+        std::lock_guard lock(state->mutex);
+        --state->running;
     }
+}
+
+bool ThreadPoolExecutor::idle() const {
+    std::lock_guard lock(state_->mutex);
+    return state_->queue.empty() && state_->running == 0;
 }
 
 std::shared_ptr<Executor> globalBackgroundQueue() {

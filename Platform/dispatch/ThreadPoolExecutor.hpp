@@ -19,6 +19,7 @@ class ThreadPoolExecutor final : public Executor {
     ~ThreadPoolExecutor() override;
 
     void async(Work work) override;
+    bool idle() const override;
 
     unsigned threadCount() const { return static_cast<unsigned>(threads_.size()); }
 
@@ -28,6 +29,7 @@ class ThreadPoolExecutor final : public Executor {
         std::mutex mutex;
         std::condition_variable wake;
         std::deque<Work> queue;
+        std::size_t running = 0;  // items taken and not yet finished
         bool stopping = false;
     };
     static void run(const std::shared_ptr<State>& state);

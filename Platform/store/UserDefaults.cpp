@@ -482,6 +482,31 @@ void UserDefaults::writeLocked(const Dictionary& contents) const {
     }
 }
 
+fs::path UserDefaults::keepBeside(std::string_view label, const Data& bytes) const {
+    std::error_code error;
+    if (!file_.parent_path().empty()) fs::create_directories(file_.parent_path(), error);
+    const std::string base = file_.string() + "." + std::string(label) + "-" + utcStamp();
+    for (int attempt = 1; attempt <= 1000; ++attempt) {
+        const std::string target = attempt == 1 ? base : base + "-" + std::to_string(attempt);
+        FileDescriptor fd(::open(target.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
+        if (fd.get() < 0) {
+            if (errno == EEXIST) continue;
+            throw UserDefaultsError("cannot create " + target + ": " + errnoText(errno));
+        }
+        try {
+            writeAll(fd.get(), bytes, target);
+            if (::fsync(fd.get()) != 0)
+                throw UserDefaultsError("cannot flush " + target + ": " + errnoText(errno));
+        } catch (...) {
+            ::unlink(target.c_str());
+            throw;
+        }
+        return target;
+    }
+    throw UserDefaultsError("every name for keeping " + std::string(label) + " beside " + file_.string() +
+                            " is taken");
+}
+
 bool UserDefaults::modify(const std::function<bool(Dictionary&)>& change) {
     StoreLock lock(file_, lockFile_);
     Dictionary contents = readForWrite();

@@ -81,6 +81,12 @@ public:
     // and must not use this store itself.
     std::optional<Value> update(std::string_view key, const Updater& fn);
 
+    // Keeps `bytes` in a new file beside the store file,
+    // "<file>.<label>-<UTC stamp>", never replacing an earlier one (so a value
+    // about to be replaced is not lost). Returns its path; throws
+    // UserDefaultsError when it cannot be written.
+    std::filesystem::path keepBeside(std::string_view label, const Data& bytes) const;
+
     explicit UserDefaults(std::filesystem::path file);
 
 private:

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "Platform/store/PropertyList.hpp"
 #include "Widget/Cache/WidgetSettings.hpp"
 
 namespace qrv::widget {
@@ -14,27 +15,20 @@ using platform::PropertyListValue;
 // between keeping it and replacing it; a handful of rounds is plenty.
 constexpr int kMaxAttempts = 4;
 
-// Appends `value` to the array kept under `key` (a non-array there is kept as
-// the array's first element).
-void keepUnreadable(platform::UserDefaults& store, const std::string& key, const PropertyListValue& value) {
-    store.update(key, [&](std::optional<PropertyListValue> kept) -> std::optional<PropertyListValue> {
-        PropertyListValue::Array values;
-        if (kept) {
-            if (const auto* array = kept->arrayValue())
-                values = *array;
-            else
-                values.push_back(std::move(*kept));
-        }
-        values.push_back(value);
-        return PropertyListValue(std::move(values));
-    });
+// The bytes of a stored value that no longer decodes: the data itself, or any
+// other kind of value as a binary property list.
+PropertyListValue::Data bytesOf(const PropertyListValue& value) {
+    if (const auto* data = value.dataValue()) return *data;
+    return platform::PropertyList::encode(value, platform::PropertyList::Format::binary);
 }
 
-// One write per line, so lines from several threads never interleave.
+// Standard output belongs to the reader's three lines; the writer's own
+// diagnostics go to standard error, one write per line so lines from several
+// threads never interleave.
 void printLine(std::string line) {
     line += '\n';
-    std::fwrite(line.data(), 1, line.size(), stdout);
-    std::fflush(stdout);
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    std::fflush(stderr);
 }
 
 }  // namespace
@@ -52,13 +46,12 @@ std::optional<PropertyListValue::Data> InteractiveWaterDataWriteStrategy::encode
     if (current) {
         auto decoded =
             InteractiveWidgetDataCacheReader::shared().decode(InteractiveWidgetDataType::water, current);
-        if (auto* list = std::any_cast<InteractiveWaterDataList>(&decoded)) {
+        if (auto* list = std::any_cast<InteractiveWaterDataList>(&decoded))
             records = std::move(*list);
-        } else {
-            if (!replaceable || *replaceable != *current) throw UnreadableInteractiveData(*current);
-            if (const auto* data = current->dataValue())
-                records = salvageInteractiveWaterDataList(*data).records;
-        }
+        else if (!replaceable || *replaceable != *current)
+            throw UnreadableInteractiveData(*current);
+        // Otherwise the list starts over: none of its records counted for the
+        // widget, so none may come back with this tap.
     }
     records.push_back(*water);
     return encodeInteractiveWaterDataList(records);
@@ -101,11 +94,10 @@ InteractiveWriteResult InteractiveWidgetDataCacheWriter::write(const Interactive
                     });
                 return stored ? InteractiveWriteResult::stored : InteractiveWriteResult::removed;
             } catch (const UnreadableInteractiveData& unreadable) {
-                const std::string safeKey = unreadableKey(key);
-                keepUnreadable(*target, safeKey, unreadable.value());
+                const auto kept = target->keepBeside(unreadableLabel(key), bytesOf(unreadable.value()));
                 replaceable = unreadable.value();
-                printLine("unable to decode stored data for type: " + std::string(typeName(type)) +
-                          "; kept it under " + safeKey + " and carried over the records that still read");
+                printLine("the stored " + key + " does not decode; kept it in " + kept.string() +
+                          " and started a new list");
             }
         }
         printLine("unable to store data for type: " + std::string(typeName(type)) +

@@ -3,11 +3,12 @@
 // shared store. Each write is one atomic read-modify-write of the key (across
 // threads and processes), so taps that overlap all land.
 //
-// A stored value that no longer decodes is never dropped silently: the writer
-// first moves it into safe keeping, appended to the array under the key's
-// name + "Unreadable" ("WaterInteractiveDataUnreadable"), then keeps every
-// record that still reads and appends the new one. One line on standard output
-// says so.
+// A stored value that no longer decodes is replaced by a new list holding only
+// the new record, as if nothing had been stored: none of its records counted
+// for the widget, so none may come back with a tap. Its bytes are never lost:
+// before they are replaced they go to a file beside the store file,
+// "<store file>.WaterInteractiveData-unreadable-<UTC stamp>", and one line on
+// standard error says where.
 #include <map>
 #include <memory>
 #include <optional>
@@ -42,7 +43,7 @@ class InteractiveWidgetDataCacheWriteStrategy {
     // strategy's kind. Throws InteractiveDataEncodingError when the record
     // cannot be encoded, and UnreadableInteractiveData when `current` does not
     // decode, unless it equals `replaceable` (already kept safe by the writer):
-    // then whatever still reads is kept.
+    // then the list starts over with the record alone.
     virtual std::optional<platform::PropertyListValue::Data> encode(
         const InteractiveWidgetData& record, const std::optional<platform::PropertyListValue>& current,
         const std::optional<platform::PropertyListValue>& replaceable) const = 0;
@@ -64,7 +65,7 @@ enum class InteractiveWriteResult {
     stored,      // the new list is in the store
     removed,     // the record was of another kind: the key was removed
     noStrategy,  // nothing registered for the type: nothing done
-    failed,      // not encodable or not storable: the store is as it was (one line printed)
+    failed,      // not encodable or not storable: the store is as it was (one line on stderr)
 };
 
 class InteractiveWidgetDataCacheWriterProtocol {
@@ -89,8 +90,11 @@ class InteractiveWidgetDataCacheWriter final : public InteractiveWidgetDataCache
     // shared store. Made once, thread-safely, on first use.
     static InteractiveWidgetDataCacheWriter& shared();
 
-    // Where a value under `dataKey` that no longer decodes is kept.
-    static std::string unreadableKey(std::string_view dataKey) { return std::string(dataKey) + "Unreadable"; }
+    // How the file keeping a value under `dataKey` that no longer decodes is
+    // named after the store file.
+    static std::string unreadableLabel(std::string_view dataKey) {
+        return std::string(dataKey) + "-unreadable";
+    }
 
     const Strategies& strategies() const { return strategies_; }
     std::shared_ptr<platform::UserDefaults> store() const;

@@ -153,9 +153,11 @@ View MacronutrientsWidgetView::compactList(const std::vector<MacronutrientsWidge
 View MacronutrientsWidgetView::circular() const {
     const auto shown = values();
     if (!viewModel.data.isLoggedIn)
-        return lockScreenText(loginPrompt(), QRVFont::label12Medium)
-            .lineLimit(3)
-            .minimumScaleFactor(0.6)
+        return VStack({lockScreenText(loginPrompt(), QRVFont::label12Medium)
+                           .lineLimit(2)
+                           .minimumScaleFactor(0.6),
+                       lockScreenText(localizedString("--"), QRVFont::label12Medium)},
+                      HorizontalAlignment::center, 0)
             .padding(6);
 
     // One arc per nutrient from twelve o'clock, carbs outermost, each over a
@@ -212,7 +214,8 @@ View MacronutrientsWidgetView::rectangular() const {
 View MacronutrientsWidgetView::inlineText() const {
     std::string line;
     if (!viewModel.data.isLoggedIn) {
-        line = loginPrompt();
+        // The prompt, then "--" where the figures would stand, as in every family.
+        line = loginPrompt() + " " + localizedString("--");
     } else if (const auto shown = values()) {
         const std::string separator = localizedString(" / ");
         const std::string gram = localizedString("unitSystems.gram.abbreviation.plural", "g");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "QRVUICatalog/Colors/QRVColor.hpp"
 #include "QRVUICatalog/Fonts/QRVFont.hpp"
@@ -65,9 +66,11 @@ View WaterLevelWidgetView::body() const {
                                                      .maxHeight = rowHeight,
                                                      .alignment = Alignment::center}));
             View label = EmptyView();
+            // The mark's value goes in as text: as a number it would be grouped
+            // by the locale ("1,750" beside a total of "1250 ml").
             if (row.type == WaterLevelRowType::large)
                 label =
-                    Text(localizedStringWithFormat(localizedString("%lld"), {row.value}))
+                    Text(localizedStringWithFormat(localizedString("%@"), {std::to_string(row.value)}))
                         .font(catalog::font(catalog::QRVFont::label12Medium, false))
                         .foregroundColor(reached ? QRVColor::brandPrimaryTxt() : QRVColor::neutralsPrimary())
                         .lineLimit(1)

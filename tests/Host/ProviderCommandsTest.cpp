@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -120,15 +121,29 @@ TEST(ProviderCommandsTest, MacronutrientTimelineResetsTheGramsOnly) {
     }
 }
 
-TEST(ProviderCommandsTest, ARecordOfYesterdayGivesNoEntry) {
-    test::HostWorld world;
-    world.put("CaloriesData", test::caloriesJSON(local(2024, 3, 8, 23, 59)));
-    const auto run = world.run({"timeline", "--widget", "calories", "--now", kNow, "--wait", "0.5"});
-    EXPECT_EQ(run.exitCode, 3);
-    EXPECT_EQ(test::linesOf(run.out), std::vector<std::string>{"unable to decode entry for type: Calories"});
-    EXPECT_NE(run.err.find("no entry"), std::string::npos) << run.err;
-    EXPECT_TRUE(world.store()->boolValue("CaloriesWidgetInstalled"));
-    EXPECT_FALSE(world.store()->object("widget_events"));
+TEST(ProviderCommandsTest, NoCurrentRecordGivesNoEntryAsSoonAsTheProviderHasStopped) {
+    // A provider that found nothing never answers; the command says so once the
+    // provider has nothing left to do, not after the whole --wait.
+    const struct {
+        const char* command;
+        bool storedYesterday;
+        const char* line;
+    } cases[] = {{"timeline", true, "unable to decode entry for type: Calories"},
+                 {"snapshot", true, "unable to decode entry for type: Calories"},
+                 {"timeline", false, "unable to find data for type: Calories"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.command) + (c.storedYesterday ? " yesterday" : " empty"));
+        test::HostWorld world;
+        if (c.storedYesterday) world.put("CaloriesData", test::caloriesJSON(local(2024, 3, 8, 23, 59)));
+        const auto started = std::chrono::steady_clock::now();
+        const auto run = world.run({c.command, "--widget", "calories", "--now", kNow, "--wait", "60"});
+        EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(30));
+        EXPECT_EQ(run.exitCode, 3);
+        EXPECT_EQ(test::linesOf(run.out), std::vector<std::string>{c.line});
+        EXPECT_NE(run.err.find("no entry"), std::string::npos) << run.err;
+        EXPECT_TRUE(world.store()->boolValue("CaloriesWidgetInstalled"));
+        EXPECT_FALSE(world.store()->object("widget_events"));
+    }
 }
 
 TEST(ProviderCommandsTest, PlaceholderIsTheSampleDatedNowWithoutTouchingTheStore) {

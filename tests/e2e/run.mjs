@@ -1,9 +1,13 @@
 // End-to-end test of `qrv-widgets serve` in a real browser (Debian's chromium,
 // driven by playwright-core, never a downloaded browser):
-//   1. two taps on the water button add two increments to the day's total;
+//   1. two taps on the water button add two increments to the day's total (the
+//      time from each tap to the new total on the page is printed), and the
+//      button of a rendered manifest, posted as it stands, adds a third;
 //   2. a calories record written into the container shows up by itself;
 //   3. with the clock moved to just before midnight, the calories and
-//      macronutrient widgets roll over to the new day's figures and water to 0.
+//      macronutrient widgets roll over to the new day's figures and water to 0;
+//   4. a page whose event stream is refused still follows a tap by polling, and
+//      the server stops at once while a page holds its stream open.
 // Texts are read from the data the page puts on each widget, not from pixels.
 // A screenshot goes to the output directory when a step fails.
 //
@@ -11,7 +15,7 @@
 //
 // Exits 77 (skipped) when chromium or node_modules are missing.
 import { spawn, execFileSync } from "node:child_process";
-import { existsSync, mkdtempSync, rmSync, mkdirSync } from "node:fs";
+import { existsSync, mkdtempSync, readFileSync, rmSync, mkdirSync } from "node:fs";
 import { tmpdir } from "node:os";
 import path from "node:path";
 import { fileURLToPath } from "node:url";
@@ -74,8 +78,9 @@ writeRecords({
 });
 
 // The server, on a free loopback port, in a fixed zone so that midnight is known.
+const serverEnv = { ...process.env, TZ: "UTC", XDG_DATA_HOME: path.join(work, "data"), QRV_APP_GROUP_CONTAINER: "" };
 const server = spawn(program, ["serve", "--port", "0", "--container", container, "--scheme", "light", "--locale", "en_US"], {
-  env: { ...process.env, TZ: "UTC", XDG_DATA_HOME: path.join(work, "data"), QRV_APP_GROUP_CONTAINER: "" },
+  env: serverEnv,
   stdio: ["ignore", "pipe", "inherit"],
 });
 let serverOutput = "";
@@ -137,12 +142,45 @@ await step("the page shows every widget from its records", async () => {
   await waitForTexts("macronutrients-accessoryInline", ["Carbs 142g / Fat 74g / Protein 88g"], "macronutrients");
 });
 
+await step("the host pushes its state as server-sent events", async () => {
+  const widgets = await page.evaluate(() => new Promise((resolve, reject) => {
+    const source = new EventSource("/api/events");
+    const timer = setTimeout(() => { source.close(); reject(new Error("no event came")); }, 10000);
+    source.onmessage = (event) => { clearTimeout(timer); source.close(); resolve(JSON.parse(event.data).widgets.length); };
+    source.onerror = () => { clearTimeout(timer); source.close(); reject(new Error("the event stream was refused")); };
+  }));
+  if (!widgets) throw new Error("the pushed state holds no widget");
+});
+
+// Milliseconds from the click to the frame that first carries the new total.
+async function tapUntil(button, total) {
+  const started = Date.now();
+  await button.click();
+  await page.waitForFunction((wanted) => {
+    const figure = document.querySelector('figure[data-id="water-systemSmall"]');
+    return figure && JSON.parse(figure.dataset.texts || "[]").includes(wanted);
+  }, total, { timeout: 15000, polling: "raf" }).catch(() => waitForTexts("water-systemSmall", [total], "after a tap", 1));
+  return Date.now() - started;
+}
+
 await step("two taps on the water button add two increments", async () => {
   const button = page.locator('figure[data-id="water-systemSmall"] button.intent');
-  await button.click();
-  await waitForTexts("water-systemSmall", ["1500 ml"], "after one tap");
-  await button.click();
-  await waitForTexts("water-systemSmall", ["1750 ml"], "after two taps");
+  const first = await tapUntil(button, "1500 ml");
+  const second = await tapUntil(button, "1750 ml");
+  console.log(`e2e: tap to new total: ${first} ms, ${second} ms`);
+});
+
+await step("the button a rendered manifest names runs on the live host as it stands", async () => {
+  const gallery = path.join(work, "gallery");
+  execFileSync(program, ["render", "--widget", "water", "--family", "systemSmall", "--scheme", "light",
+    "--container", container, "--out", gallery], { env: serverEnv, stdio: "ignore" });
+  const manifest = JSON.parse(readFileSync(path.join(gallery, "manifest.json"), "utf8"));
+  const button = manifest.images.find((image) => image.family === "systemSmall").buttons[0];
+  const response = await fetch(`${url}api/widgets/water-systemSmall/intents/${button.intent}`, {
+    method: "POST", headers: { "Content-Type": "application/json" }, body: JSON.stringify(button.parameters),
+  });
+  if (!response.ok) throw new Error(`the host answered ${response.status}: ${await response.text()}`);
+  await waitForTexts("water-systemSmall", ["2000 ml"], "after the manifest's button");
 });
 
 await step("a record the app writes shows up without a refresh", async () => {
@@ -169,6 +207,18 @@ await step("a tap on the widget tells where the app would open", async () => {
     null, { timeout: 5000 });
 });
 
+await step("without its event stream the page polls", async () => {
+  const polled = await context.newPage();
+  await polled.route("**/api/events", (route) => route.abort());
+  await polled.goto(url);
+  await polled.locator('figure[data-id="water-systemSmall"] button.intent').click();
+  await polled.waitForFunction(() => {
+    const figure = document.querySelector('figure[data-id="water-systemSmall"]');
+    return figure && JSON.parse(figure.dataset.texts || "[]").includes("250 ml");
+  }, null, { timeout: 15000, polling: 200 });
+  await polled.close();
+});
+
 await step("the page ran without script errors", async () => {
   if (problems.length) throw new Error(problems.join("\n"));
 });
@@ -178,8 +228,16 @@ const shot = path.join(outDir, failed ? "e2e-failure.png" : "e2e-last-run.png");
 await page.screenshot({ path: shot, fullPage: true }).catch(() => {});
 console.log(`e2e: screenshot ${shot}`);
 
+// The server stops cleanly while the page still holds its event stream open.
+await step("the server stops at once with the page still open", async () => {
+  const exited = new Promise((resolve) => { if (server.exitCode !== null) resolve(); else server.on("exit", resolve); });
+  server.kill("SIGTERM");
+  const timer = new Promise((resolve) => setTimeout(() => resolve("hung"), 10000));
+  if (await Promise.race([exited, timer]) === "hung") { server.kill("SIGKILL"); throw new Error("the server did not stop"); }
+  if (server.exitCode !== 0) throw new Error(`the server ended with ${server.exitCode}`);
+});
+
 await context.close();
-server.kill("SIGTERM");
-await new Promise((resolve) => { if (server.exitCode !== null) resolve(); else server.on("exit", resolve); });
+if (server.exitCode === null) server.kill("SIGKILL");
 rmSync(work, { recursive: true, force: true });
 process.exit(failed ? 1 : 0);

@@ -1,12 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <limits>
 #include <string>
 
 #include "Platform/coding/JSONDecoder.hpp"
+#include "Platform/store/PropertyList.hpp"
 #include "Widget/Cache/InteractiveWaterData.hpp"
 #include "Widget/Cache/InteractiveWidgetDataCacheReader.hpp"
 #include "Widget/Cache/InteractiveWidgetDataCacheWriter.hpp"
@@ -115,32 +118,39 @@ TEST_F(InteractiveCacheTest, ReaderGivesNothingForWhatDoesNotDecode) {
     EXPECT_FALSE(noStrategies.read(InteractiveWidgetDataType::water).has_value());
 }
 
-TEST_F(InteractiveCacheTest, UnreadableListIsKeptAndWhatStillReadsCarriesOver) {
+TEST_F(InteractiveCacheTest, UnreadableListStartsOverAndIsKeptBesideTheStore) {
     const std::string damaged = R"([{"date":1,"waterValue":250,"waterUnit":"ml"},)"
                                 R"({"date":2,"waterValue":9,"waterUnit":"litres"},)"
                                 R"({"date":3,"waterValue":8,"waterUnit":"oz"}])";
-    struct Case {
-        PropertyListValue stored;
-        InteractiveWaterDataList carried;
-    };
-    const Case cases[] = {
-        {PropertyListValue(dataOf(damaged)),
-         {{Date{1}, 250, WaterWidgetUnit::ml}, {Date{3}, 8, WaterWidgetUnit::oz}}},
-        {PropertyListValue(dataOf("\x01garbage")), {}},
-        {PropertyListValue("a string"), {}},
-    };
+    const PropertyListValue stored[] = {PropertyListValue(dataOf(damaged)),
+                                        PropertyListValue(dataOf("\x01garbage")),
+                                        PropertyListValue("a string")};
     const InteractiveWaterData tap{Date{10}, 250, WaterWidgetUnit::ml};
-    for (const auto& c : cases) {
-        store_->removeObject("WaterInteractiveDataUnreadable");
-        store_->set(kKey, c.stored);
+    for (const auto& value : stored) {
+        for (const auto& file : std::filesystem::directory_iterator(dir_))
+            if (file.path().filename() != "store.plist") std::filesystem::remove(file.path());
+        store_->set(kKey, value);
+        ::testing::internal::CaptureStdout();
+        ::testing::internal::CaptureStderr();
         EXPECT_EQ(writer().write(tap, InteractiveWidgetDataType::water), InteractiveWriteResult::stored);
-        auto expected = c.carried;
-        expected.push_back(tap);
-        EXPECT_EQ(reader().readWater(), expected);
-        // The value that did not read is kept, byte for byte.
-        const auto kept = store_->object("WaterInteractiveDataUnreadable");
-        ASSERT_TRUE(kept && kept->arrayValue());
-        EXPECT_EQ(*kept->arrayValue(), PropertyListValue::Array{c.stored});
+        const std::string out = ::testing::internal::GetCapturedStdout();
+        const std::string err = ::testing::internal::GetCapturedStderr();
+        // The tap alone: none of the old records counted, so none come back.
+        EXPECT_EQ(reader().readWater(), InteractiveWaterDataList{tap});
+        EXPECT_EQ(store_->dictionaryRepresentation().size(), 1u) << "no other key of the store is written";
+        // The old bytes are kept in one file beside the store, and one line on
+        // standard error names it; standard output stays the reader's.
+        std::vector<std::filesystem::path> kept;
+        for (const auto& file : std::filesystem::directory_iterator(dir_))
+            if (file.path().filename().string().starts_with("store.plist.WaterInteractiveData-unreadable-"))
+                kept.push_back(file.path());
+        ASSERT_EQ(kept.size(), 1u);
+        std::ifstream in(kept[0], std::ios::binary);
+        const PropertyListValue::Data bytes{std::istreambuf_iterator<char>(in), {}};
+        EXPECT_EQ(bytes, value.dataValue() ? *value.dataValue() : qrv::platform::PropertyList::encode(value));
+        EXPECT_EQ(out, "");
+        EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
+        EXPECT_NE(err.find(kept[0].string()), std::string::npos) << err;
     }
 }
 

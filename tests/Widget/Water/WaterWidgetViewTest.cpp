@@ -3,6 +3,7 @@
 // model, column drawn that high), the logged-out view and room for long totals.
 #include <gtest/gtest.h>
 
+#include "Platform/locale/Locale.hpp"
 #include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
 #include "Widget/Water/WaterLevelWidgetView.hpp"
 #include "Widget/Water/WaterWidgetView.hpp"
@@ -179,6 +180,21 @@ TEST(WaterWidgetView, LongMarksSpanTheGlassShortOnesAreTicks) {
     EXPECT_EQ(labelColors["24"], "brandPrimaryTxt");
     EXPECT_EQ(labelColors["8"], "brandPrimaryTxt");
     EXPECT_FALSE(labelColors.contains("48"));
+}
+
+TEST(WaterWidgetView, GlassLabelsAndTotalSpellNumbersAlikeInEveryLanguage) {
+    for (const char* locale : {"en_US", "de_DE", "fr_FR"}) {
+        platform::ScopedLocaleOverride scoped{platform::Locale(locale)};
+        const auto r = render(entry(1250, WaterWidgetUnit::ml), WidgetFamily::systemMedium);
+        EXPECT_TRUE(showsText(r.list, "1250 ml")) << locale;
+        std::size_t labels = 0;
+        for (const auto& row : r.model->waterLevelViewModel()->rows())
+            if (row.type == WaterLevelRowType::large) {
+                ++labels;
+                EXPECT_TRUE(showsText(r.list, std::to_string(row.value))) << locale << " " << row.value;
+            }
+        EXPECT_GT(labels, 0u);
+    }
 }
 
 TEST(WaterWidgetView, TotalIsWhiteInTheDarkOnly) {
