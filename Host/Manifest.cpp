@@ -74,6 +74,7 @@ std::string Manifest::toJSON(const platform::Calendar& calendar) const {
     json.beginObject();
     json.key("device").string(device);
     json.key("os").integer(systemVersion);
+    json.key("locale").string(locale);
     json.key("now").string(platform::formatISO8601(now, calendar));
     json.key("widgets").beginArray();
     for (const auto& widget : widgets) {

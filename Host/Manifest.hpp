@@ -55,6 +55,7 @@ struct ManifestImage {
 struct Manifest {
     std::string device;  // "phone" or "pad"
     int systemVersion = 17;
+    std::string locale;  // of the texts and number formats, e.g. "de_DE"
     platform::Date now;
     std::vector<ManifestWidget> widgets;
     std::vector<ManifestImage> images;

@@ -10,6 +10,7 @@
 #include "Host/RenderWidget.hpp"
 #include "Host/TapRules.hpp"
 #include "Platform/dispatch/MainQueue.hpp"
+#include "Platform/locale/Locale.hpp"
 
 namespace qrv::host {
 
@@ -102,6 +103,7 @@ GalleryResult renderGallery(const std::vector<widget::WidgetConfiguration>& widg
     Manifest& manifest = result.manifest;
     manifest.device = options.device.name;
     manifest.systemVersion = options.device.systemVersion;
+    manifest.locale = platform::Locale::current().identifier();
     manifest.now = environment.now();
     for (const auto& widget : widgets)
         manifest.widgets.push_back({widget.kind(), widget.displayName(), widget.description(),
