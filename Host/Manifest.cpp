@@ -37,6 +37,9 @@ void writeImage(JSONWriter& json, const ManifestImage& image, const platform::Ca
     json.key("scheme").string(schemeName(image.scheme));
     json.key("entryDate").string(platform::formatISO8601(image.entryDate, calendar));
     json.key("moment").string(momentName(image.moment));
+    json.key("device").string(image.device);
+    json.key("os").integer(image.systemVersion);
+    json.key("locale").string(image.locale);
     json.key("placeholder").boolean(image.placeholder);
     json.key("png").string(image.png);
     json.key("svg").string(image.svg);

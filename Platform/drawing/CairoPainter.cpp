@@ -398,6 +398,32 @@ cairo_status_t svgWrite(void* closure, const unsigned char* data, unsigned int l
     return CAIRO_STATUS_SUCCESS;
 }
 
+// The backend names the surfaces it embeds in an SVG by a counter shared by
+// the whole process, so the same drawing would come out different after
+// other drawing (on any thread). Numbered in order of appearance instead, an
+// SVG depends on its drawing alone.
+std::string renumberSurfaceIds(const std::string& svg) {
+    static constexpr std::string_view kPrefix = "surface";
+    std::map<std::string, std::string, std::less<>> renamed;
+    std::string out;
+    out.reserve(svg.size());
+    std::size_t at = 0;
+    for (std::size_t found; (found = svg.find(kPrefix, at)) != std::string::npos;) {
+        std::size_t end = found + kPrefix.size();
+        while (end < svg.size() && svg[end] >= '0' && svg[end] <= '9') ++end;
+        out.append(svg, at, end - at);
+        if (end > found + kPrefix.size()) {
+            out.resize(out.size() - (end - found - kPrefix.size()));
+            const auto number = svg.substr(found + kPrefix.size(), end - found - kPrefix.size());
+            const auto [entry, added] = renamed.emplace(number, std::to_string(renamed.size() + 1));
+            out += entry->second;
+        }
+        at = end;
+    }
+    out.append(svg, at);
+    return out;
+}
+
 std::optional<RenderError> checkScale(double scale) {
     if (!(scale >= Painter::kMinScale && scale <= Painter::kMaxScale))
         return RenderError{"scale must be between 1 and 3, not " + std::to_string(scale)};
@@ -492,7 +518,7 @@ RenderResult<std::string> Painter::svg(const DisplayList& list, ColorScheme sche
         if (auto s = cairo_surface_status(surface.get()); s != CAIRO_STATUS_SUCCESS)
             return cairoError("writing SVG failed", s);
     }
-    return out;
+    return renumberSurfaceIds(out);
 }
 
 RenderResult<std::vector<std::uint8_t>> Painter::renderPNG(const View& view, const RenderOptions& options,
