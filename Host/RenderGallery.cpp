@@ -218,7 +218,10 @@ void writePages(const Manifest& manifest, const std::vector<GalleryCell>& cells,
             page.device = image.device, page.systemVersion = image.systemVersion, page.locale = image.locale;
             page.images.push_back(std::move(copy));
         }
-        const std::string html = galleryPage(page, calendar, options.language);
+        // The page is in the language of the widgets it shows.
+        const std::string language =
+            page.locale.empty() ? options.language : platform::Locale(page.locale).languageCode();
+        const std::string html = galleryPage(page, calendar, language);
         writeFile(options.out / folder / "index.html", html.data(), html.size());
     }
     result.index = options.out / "index.html";

@@ -30,7 +30,7 @@ struct GalleryOptions {
     std::vector<platform::ColorScheme> schemes{platform::ColorScheme::light, platform::ColorScheme::dark};
     double scale = 2;  // PNG pixels per point
     std::chrono::milliseconds wait{2000};
-    std::string language = "en";  // of the page
+    std::string language = "en";  // of a page whose images record no locale
     unsigned workers = 0;          // threads that paint and encode; 0: one per core
     bool progressLine = false;     // one updating line (a terminal) instead of a line per image
 };
