@@ -37,6 +37,9 @@ void writeImage(JSONWriter& json, const ManifestImage& image, const platform::Ca
     json.key("scheme").string(schemeName(image.scheme));
     json.key("entryDate").string(platform::formatISO8601(image.entryDate, calendar));
     json.key("moment").string(momentName(image.moment));
+    json.key("device").string(image.device);
+    json.key("os").integer(image.systemVersion);
+    json.key("locale").string(image.locale);
     json.key("placeholder").boolean(image.placeholder);
     json.key("png").string(image.png);
     json.key("svg").string(image.svg);
@@ -67,6 +70,7 @@ std::string Manifest::toJSON(const platform::Calendar& calendar) const {
     json.beginObject();
     json.key("device").string(device);
     json.key("os").integer(systemVersion);
+    json.key("locale").string(locale);
     json.key("now").string(platform::formatISO8601(now, calendar));
     json.key("widgets").beginArray();
     for (const auto& widget : widgets) {

@@ -40,7 +40,12 @@ struct ManifestImage {
     platform::Date entryDate;
     EntryMoment moment = EntryMoment::now;
     bool placeholder = false;  // the provider did not answer in time
-    std::string png;           // file names relative to the manifest
+    // Where in a render matrix the image sits; the manifest's own fields name
+    // the first cell.
+    std::string device;
+    int systemVersion = 17;
+    std::string locale;
+    std::string png;  // file names relative to the manifest, in the cell's sub-folder
     std::string svg;
     platform::Size size;  // in screen points
     std::optional<std::string> widgetURL;
@@ -55,6 +60,7 @@ struct ManifestImage {
 struct Manifest {
     std::string device;  // "phone" or "pad"
     int systemVersion = 17;
+    std::string locale;  // of the texts and number formats, e.g. "de_DE"
     platform::Date now;
     std::vector<ManifestWidget> widgets;
     std::vector<ManifestImage> images;

@@ -1,9 +1,15 @@
 // qrv-widgets render --out DIR: draws every widget the bundle offers, in every
 // family it supports, from the timelines its providers answer, into DIR as PNG
-// and SVG with manifest.json and an index.html gallery. Progress goes to
-// standard error, one line per image; the last line on standard output is the
-// path of index.html.
+// and SVG with manifest.json and an index.html gallery. Repeated --device,
+// --os, --locale and --scheme draw their product (the render matrix) into one
+// gallery. Progress goes to standard error, one line per image (on a terminal,
+// one updating line); the last line on standard output is the path of
+// index.html.
+#include <unistd.h>
+
+#include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -20,30 +26,103 @@
 namespace qrv::host {
 namespace {
 
+// A cell of the render matrix as the command line names it.
+struct MatrixCell {
+    std::string device = "phone";
+    int os = 17;
+    std::string locale;
+    std::vector<platform::ColorScheme> schemes;
+    std::filesystem::path folder;
+};
+
+// One axis of the render matrix: its option, the values it allows, how a
+// value sets a cell, and whether its values get sub-folders of their own
+// (when more than one is chosen). Adding an axis is adding an entry here and
+// the cell field it sets.
+struct MatrixAxis {
+    std::string option;
+    std::string typeName;
+    std::string help;
+    std::string defaultValue;
+    std::function<std::string(const std::string&)> check;  // the error, or empty when allowed
+    std::function<void(MatrixCell&, const std::string&)> apply;
+    std::optional<std::string> folderPrefix;  // none: no sub-folders
+};
+
+std::function<std::string(const std::string&)> oneOf(std::vector<std::string> allowed) {
+    return [allowed = std::move(allowed)](const std::string& value) -> std::string {
+        if (std::find(allowed.begin(), allowed.end(), value) != allowed.end()) return {};
+        std::string list;
+        for (const auto& name : allowed) list += (list.empty() ? "" : ", ") + name;
+        return value + " is not one of " + list;
+    };
+}
+
+const std::vector<MatrixAxis>& matrixAxes() {
+    static const std::vector<MatrixAxis> axes{
+        {"--device", "DEVICE", "Device: phone (6.1-inch) or pad (11-inch), repeatable (default: phone)", "phone",
+         oneOf({"phone", "pad"}), [](MatrixCell& cell, const std::string& value) { cell.device = value; },
+         ""},
+        {"--os", "VERSION", "System version: 16, 17 or 18, repeatable (default: 17)", "17",
+         oneOf({"16", "17", "18"}),
+         [](MatrixCell& cell, const std::string& value) { cell.os = std::stoi(value); }, "os"},
+        {"--locale", "LOCALE",
+         "Language of the texts and number formats, e.g. de_DE, repeatable (default: the environment's)", "",
+         [](const std::string& text) -> std::string {
+             if (!text.empty() && text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                                         "0123456789_-.@") == std::string::npos)
+                 return {};
+             return "not a locale name: " + text;
+         },
+         [](MatrixCell& cell, const std::string& value) { cell.locale = value; }, ""},
+        {"--scheme", "SCHEME", "Colour scheme: light, dark or both, repeatable (default: both)", "both",
+         oneOf({"light", "dark", "both"}),
+         [](MatrixCell& cell, const std::string& value) {
+             if (value != "dark") cell.schemes.push_back(platform::ColorScheme::light);
+             if (value != "light") cell.schemes.push_back(platform::ColorScheme::dark);
+         },
+         std::nullopt},
+    };
+    return axes;
+}
+
 struct RenderOptions {
     std::string out;
     std::vector<std::string> widgets;
     std::vector<std::string> families;
-    std::string scheme = "both";
-    std::string device = "phone";
-    int os = 17;
+    std::vector<std::vector<std::string>> axisValues = std::vector<std::vector<std::string>>(matrixAxes().size());
     double scale = 2;
     std::string now;
     std::string container;
-    std::string locale;
     double wait = kDefaultWaitSeconds;
+    unsigned jobs = 0;
 };
 
-std::vector<platform::ColorScheme> schemes(const std::string& scheme) {
-    if (scheme == "light") return {platform::ColorScheme::light};
-    if (scheme == "dark") return {platform::ColorScheme::dark};
-    return {platform::ColorScheme::light, platform::ColorScheme::dark};
+// The product of the chosen values, axis by axis in order; a value repeated
+// on the command line counts once.
+std::vector<MatrixCell> matrixCells(const RenderOptions& options) {
+    std::vector<MatrixCell> cells{MatrixCell{}};
+    for (std::size_t a = 0; a < matrixAxes().size(); ++a) {
+        const auto& axis = matrixAxes()[a];
+        std::vector<std::string> values;
+        for (const auto& value : options.axisValues[a])
+            if (std::find(values.begin(), values.end(), value) == values.end()) values.push_back(value);
+        if (values.empty()) values.push_back(axis.defaultValue);
+        std::vector<MatrixCell> product;
+        for (const auto& cell : cells)
+            for (const auto& value : values) {
+                auto next = cell;
+                if (!value.empty()) axis.apply(next, value);
+                if (axis.folderPrefix && values.size() > 1) next.folder /= *axis.folderPrefix + value;
+                product.push_back(std::move(next));
+            }
+        cells = std::move(product);
+    }
+    return cells;
 }
 
 int run(const RenderOptions& options) {
     useContainer(options.container);
-    std::optional<platform::ScopedLocaleOverride> locale;
-    if (!options.locale.empty()) locale.emplace(platform::Locale(options.locale));
     auto environment = makeEnvironment(options.now);
     // Standard output carries the gallery's path alone; what the widgets'
     // cache reader prints goes with the progress.
@@ -51,26 +130,34 @@ int run(const RenderOptions& options) {
 
     GalleryOptions gallery;
     gallery.out = options.out;
-    gallery.device = *DeviceProfile::named(options.device, options.os);
-    gallery.schemes = schemes(options.scheme);
     gallery.scale = options.scale;
     gallery.wait = waitDuration(options.wait);
     gallery.language = platform::Locale::current().languageCode();
+    gallery.workers = options.jobs;
+    gallery.progressLine = ::isatty(STDERR_FILENO) == 1;
     for (const auto& family : options.families) gallery.families.push_back(parsedFamily(family));
+    gallery.widgets = options.widgets;
 
-    const auto widgets = widget::QRVWidgets{}.body(options.os);
-    for (const auto& name : options.widgets) {
-        bool offered = false;
-        for (const auto& widget : widgets) offered = offered || namesWidget(widget, name);
-        if (!offered) {
-            std::cerr << "render: the widget " << name << " is not offered on system version " << options.os << '\n';
-            return kExitUsage;
-        }
-        gallery.widgets.push_back(name);
+    std::vector<GalleryCell> cells;
+    for (const auto& matrixCell : matrixCells(options)) {
+        GalleryCell cell;
+        cell.device = *DeviceProfile::named(matrixCell.device, matrixCell.os);
+        cell.locale = matrixCell.locale;
+        cell.schemes = matrixCell.schemes;
+        cell.folder = matrixCell.folder;
+        cell.widgets = widget::QRVWidgets{}.body(matrixCell.os);
+        for (const auto& name : options.widgets)
+            if (std::none_of(cell.widgets.begin(), cell.widgets.end(),
+                             [&](const auto& widget) { return namesWidget(widget, name); })) {
+                std::cerr << "render: the widget " << name << " is not offered on system version " << matrixCell.os
+                          << '\n';
+                return kExitUsage;
+            }
+        cells.push_back(std::move(cell));
     }
 
     try {
-        const auto result = renderGallery(widgets, gallery, environment, std::cerr);
+        const auto result = renderMatrix(cells, gallery, environment, std::cerr);
         std::cout << std::filesystem::absolute(result.index).lexically_normal().string() << '\n' << std::flush;
         return kExitOk;
     } catch (const NothingToDraw& error) {
@@ -110,29 +197,18 @@ const CommandRegistration renderCommand{"render", [](CLI::App& app) {
                 return "unknown family " + text + "; allowed: " + allowedList(familyNames);
             },
             "FAMILY"));
-    command->add_option("--scheme", options->scheme, "Colour scheme: light, dark or both (default: both)")
-        ->type_name("SCHEME")
-        ->check(CLI::IsMember({"light", "dark", "both"}));
-    command->add_option("--device", options->device, "Device: phone (6.1-inch) or pad (11-inch) (default: phone)")
-        ->type_name("DEVICE")
-        ->check(CLI::IsMember({"phone", "pad"}));
-    command->add_option("--os", options->os, "System version: 16, 17 or 18 (default: 17)")
-        ->type_name("VERSION")
-        ->check(CLI::IsMember({16, 17, 18}));
+    for (std::size_t a = 0; a < matrixAxes().size(); ++a) {
+        const auto& axis = matrixAxes()[a];
+        command->add_option(axis.option, options->axisValues[a], axis.help)
+            ->type_name(axis.typeName)
+            ->check(CLI::Validator([check = axis.check](std::string& value) { return check(value); }, axis.typeName));
+    }
     command->add_option("--scale", options->scale, "PNG pixels per point: 1, 2 or 3 (default: 2)")
         ->type_name("N")
         ->check(CLI::IsMember({1, 2, 3}));
-    command->add_option("--locale", options->locale,
-                        "Language of the texts and number formats, e.g. de_DE (default: the environment's)")
-        ->type_name("LOCALE")
-        ->check(CLI::Validator(
-            [](std::string& text) -> std::string {
-                if (!text.empty() && text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
-                                                            "0123456789_-.@") == std::string::npos)
-                    return {};
-                return "not a locale name: " + text;
-            },
-            "LOCALE"));
+    command->add_option("--jobs", options->jobs, "Threads that paint and encode the images (default: one per core)")
+        ->type_name("N")
+        ->check(CLI::Range(1u, 256u));
     addNowOption(*command, options->now);
     addContainerOption(*command, options->container);
     addWaitOption(*command, options->wait);

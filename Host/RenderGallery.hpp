@@ -30,7 +30,19 @@ struct GalleryOptions {
     std::vector<platform::ColorScheme> schemes{platform::ColorScheme::light, platform::ColorScheme::dark};
     double scale = 2;  // PNG pixels per point
     std::chrono::milliseconds wait{2000};
-    std::string language = "en";  // of the page
+    std::string language = "en";  // of a page whose images record no locale
+    unsigned workers = 0;          // threads that paint and encode; 0: one per core
+    bool progressLine = false;     // one updating line (a terminal) instead of a line per image
+};
+
+// One cell of a render matrix: a device and system version, a language and
+// the schemes, drawn into `folder` (relative to the gallery; empty: its top).
+struct GalleryCell {
+    DeviceProfile device = DeviceProfile::phone();
+    std::string locale;  // empty: the environment's
+    std::vector<platform::ColorScheme> schemes{platform::ColorScheme::light, platform::ColorScheme::dark};
+    std::filesystem::path folder;
+    std::vector<widget::WidgetConfiguration> widgets;  // offered on the cell's system version, in gallery order
 };
 
 // A file that could not be written or an image that could not be drawn.
@@ -55,6 +67,14 @@ struct GalleryResult {
 // GalleryError (NothingToDraw before writing anything).
 GalleryResult renderGallery(const std::vector<widget::WidgetConfiguration>& widgets, const GalleryOptions& options,
                             const widget::WidgetDataCacheReaderEnvironment& environment, std::ostream& progress);
+
+// Every cell into one gallery: one manifest.json at the top, an index.html in
+// each cell's folder (and at the top, one linking to them). `options` gives
+// what all cells share (out, widgets, families, scale, wait, workers);
+// providers are asked per cell, on the calling thread's main queue, while
+// painting and encoding run on a pool of `options.workers` threads.
+GalleryResult renderMatrix(const std::vector<GalleryCell>& cells, const GalleryOptions& options,
+                           const widget::WidgetDataCacheReaderEnvironment& environment, std::ostream& progress);
 
 // Whether `name` names the widget: its kind or the host's short name for it.
 bool namesWidget(const widget::WidgetConfiguration& widget, std::string_view name);

@@ -81,6 +81,49 @@ void encodePNG(benchmark::State& state, const Case& c) {
     state.counters["pixels"] = static_cast<double>(raster.value().width) * raster.value().height;
 }
 
+// The PNG writer's candidate settings on one large image (the medium water
+// widget, the costliest to encode), to choose the defaults by measurement.
+void encodePNGSettings(benchmark::State& state, const Case& c, platform::PngSettings settings) {
+    const auto rendered = renderer().render(c.widget, c.entry, c.family, kScheme);
+    if (!rendered) return state.SkipWithError("nothing rendered");
+    const auto raster = painter().rasterize(rendered->displayList, kScale, kScheme);
+    if (!raster) return state.SkipWithError(raster.error().c_str());
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        auto png = platform::encodePNG(raster.value(), settings);
+        if (!png) state.SkipWithError(png.error().c_str());
+        bytes = png.value().size();
+        benchmark::DoNotOptimize(png);
+    }
+    state.counters["png_bytes"] = static_cast<double>(bytes);
+}
+
+const bool registeredSettings = [] {
+    using Filter = platform::PngSettings::Filter;
+    const std::vector<std::pair<std::string, platform::PngSettings>> candidates{
+        {"none-1", {Filter::none, 1, false}},
+        {"none-2", {Filter::none, 2, false}},
+        {"none-6", {Filter::none, 6, false}},
+        {"none-rle", {Filter::none, 1, true}},
+        {"sub-1", {Filter::sub, 1, false}},
+        {"up-1", {Filter::up, 1, false}},
+        {"up-rle", {Filter::up, 1, true}},
+        {"paeth-1", {Filter::paeth, 1, false}},
+        {"adaptive-1", {Filter::adaptive, 1, false}},
+    };
+    for (const auto& widget : widget::QRVWidgets{}.body(17)) {
+        if (host::hostWidgetName(widget.kind()) != "water") continue;
+        const auto c =
+            std::make_shared<Case>(Case{widget, platform::WidgetFamily::systemMedium, demoEntry("water")});
+        for (const auto& [label, settings] : candidates)
+            benchmark::RegisterBenchmark(
+                ("BM_EncodePNGSettings/" + label).c_str(),
+                [c, settings](benchmark::State& state) { encodePNGSettings(state, *c, settings); })
+                ->Unit(benchmark::kMicrosecond);
+    }
+    return true;
+}();
+
 // One benchmark of each step for every widget the bundle offers and every
 // family it supports.
 const bool registered = [] {

@@ -11,6 +11,7 @@
 #include <librsvg/rsvg.h>
 #include <pango/pangocairo.h>
 #include <png.h>
+#include <zlib.h>
 
 #include <cmath>
 #include <csetjmp>
@@ -369,7 +370,18 @@ void pngWarning(png_structp, png_const_charp) {}
 
 // Kept free of objects with destructors between setjmp and the end, as
 // longjmp would skip them.
-bool writePng(const Raster& r, PngWriteContext& ctx) {
+int pngFilter(PngSettings::Filter filter) {
+    switch (filter) {
+        case PngSettings::Filter::none: return PNG_FILTER_NONE;
+        case PngSettings::Filter::sub: return PNG_FILTER_SUB;
+        case PngSettings::Filter::up: return PNG_FILTER_UP;
+        case PngSettings::Filter::paeth: return PNG_FILTER_PAETH;
+        case PngSettings::Filter::adaptive: return PNG_ALL_FILTERS;
+    }
+    return PNG_FILTER_NONE;
+}
+
+bool writePng(const Raster& r, const PngSettings& settings, PngWriteContext& ctx) {
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, ctx.error, pngError, pngWarning);
     if (!png) return false;
     png_infop info = png_create_info_struct(png);
@@ -380,8 +392,9 @@ bool writePng(const Raster& r, PngWriteContext& ctx) {
     png_set_write_fn(png, &ctx, pngWrite, pngFlush);
     png_set_IHDR(png, info, static_cast<png_uint_32>(r.width), static_cast<png_uint_32>(r.height), 8,
                  PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-    png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
-    png_set_compression_level(png, 2);
+    png_set_filter(png, PNG_FILTER_TYPE_BASE, pngFilter(settings.filter));
+    png_set_compression_level(png, settings.zlibLevel);
+    if (settings.runLengthOnly) png_set_compression_strategy(png, Z_RLE);
     png_write_info(png, info);
     for (int y = 0; y < r.height; ++y)
         png_write_row(png, r.rgba.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(r.width) * 4);
@@ -393,6 +406,32 @@ bool writePng(const Raster& r, PngWriteContext& ctx) {
 cairo_status_t svgWrite(void* closure, const unsigned char* data, unsigned int length) {
     static_cast<std::string*>(closure)->append(reinterpret_cast<const char*>(data), length);
     return CAIRO_STATUS_SUCCESS;
+}
+
+// The backend names the surfaces it embeds in an SVG by a counter shared by
+// the whole process, so the same drawing would come out different after
+// other drawing (on any thread). Numbered in order of appearance instead, an
+// SVG depends on its drawing alone.
+std::string renumberSurfaceIds(const std::string& svg) {
+    static constexpr std::string_view kPrefix = "surface";
+    std::map<std::string, std::string, std::less<>> renamed;
+    std::string out;
+    out.reserve(svg.size());
+    std::size_t at = 0;
+    for (std::size_t found; (found = svg.find(kPrefix, at)) != std::string::npos;) {
+        std::size_t end = found + kPrefix.size();
+        while (end < svg.size() && svg[end] >= '0' && svg[end] <= '9') ++end;
+        out.append(svg, at, end - at);
+        if (end > found + kPrefix.size()) {
+            out.resize(out.size() - (end - found - kPrefix.size()));
+            const auto number = svg.substr(found + kPrefix.size(), end - found - kPrefix.size());
+            const auto [entry, added] = renamed.emplace(number, std::to_string(renamed.size() + 1));
+            out += entry->second;
+        }
+        at = end;
+    }
+    out.append(svg, at);
+    return out;
 }
 
 std::optional<RenderError> checkScale(double scale) {
@@ -489,7 +528,7 @@ RenderResult<std::string> Painter::svg(const DisplayList& list, ColorScheme sche
         if (auto s = cairo_surface_status(surface.get()); s != CAIRO_STATUS_SUCCESS)
             return cairoError("writing SVG failed", s);
     }
-    return out;
+    return renumberSurfaceIds(out);
 }
 
 RenderResult<std::vector<std::uint8_t>> Painter::renderPNG(const View& view, const RenderOptions& options,
@@ -501,14 +540,16 @@ RenderResult<std::string> Painter::renderSVG(const View& view, const RenderOptio
     return svg(record(view, options), options.colorScheme);
 }
 
-RenderResult<std::vector<std::uint8_t>> encodePNG(const Raster& raster) {
+RenderResult<std::vector<std::uint8_t>> encodePNG(const Raster& raster, const PngSettings& settings) {
     if (raster.width <= 0 || raster.height <= 0 ||
         raster.rgba.size() != static_cast<std::size_t>(raster.width) * static_cast<std::size_t>(raster.height) * 4)
         return RenderError{"raster is empty or its size does not match its pixels"};
     std::vector<std::uint8_t> out;
     std::string error;
     PngWriteContext ctx{&out, &error};
-    if (!writePng(raster, ctx)) return RenderError{"PNG encoding failed: " + error};
+    if (settings.zlibLevel < 0 || settings.zlibLevel > 9)
+        return RenderError{"zlib level must be between 0 and 9, not " + std::to_string(settings.zlibLevel)};
+    if (!writePng(raster, settings, ctx)) return RenderError{"PNG encoding failed: " + error};
     return out;
 }
 

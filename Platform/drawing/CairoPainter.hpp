@@ -88,9 +88,19 @@ private:
     std::unique_ptr<Impl> impl_;
 };
 
-// PNG through libpng: no filtering and a fast zlib level, which is several
-// times quicker than the backend's own writer and still small for flat art.
-RenderResult<std::vector<std::uint8_t>> encodePNG(const Raster& raster);
+// How the PNG writer filters rows and compresses them. The defaults are the
+// cheapest of the candidates measured in bench/ (EncodePNGSettings): widget
+// art is flat, so unfiltered rows compress about 40:1 at a fast zlib level,
+// and every row filter costs more time than it saves in zlib.
+struct PngSettings {
+    enum class Filter { none, sub, up, paeth, adaptive };
+    Filter filter = Filter::none;
+    int zlibLevel = 2;           // 0 to 9
+    bool runLengthOnly = false;  // zlib's run-length strategy instead of its matcher
+};
+
+// PNG through libpng, several times quicker than the backend's own writer.
+RenderResult<std::vector<std::uint8_t>> encodePNG(const Raster& raster, const PngSettings& settings = {});
 RenderResult<Raster> decodePNG(const std::vector<std::uint8_t>& data);
 
 // Layout, recording and painting in one call, with a painter of its own.

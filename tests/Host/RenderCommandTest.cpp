@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -100,4 +101,28 @@ TEST_F(RenderCommandTest, RequestsThatCannotBeDrawnAreUsageErrors) {
     EXPECT_EQ(run("--widget macronutrients --family systemSmall").exitCode, 2);
     EXPECT_EQ(run("--device watch").exitCode, 2);
     EXPECT_EQ(run("--scale 4").exitCode, 2);
+}
+
+TEST_F(RenderCommandTest, MatrixDrawsEachCellIntoItsFolderUnderOneManifest) {
+    ASSERT_EQ(run("--widget calories --family systemSmall --device phone --device pad --locale en_US --locale de_DE")
+                  .exitCode,
+              0);
+    std::ifstream file(dir_ / "gallery" / "manifest.json");
+    const std::string json((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    const auto cells = decodeJSON<std::vector<std::string>>(bytesOf(json), [&](const JSONValue& root) {
+        std::vector<std::string> seen;
+        auto images = root.keyedContainer()["images"].unkeyedContainer();
+        while (!images.isAtEnd()) {
+            const auto image = images.next().keyedContainer();
+            const auto folder = image.decodeString("device") + "/" + image.decodeString("locale") + "/";
+            const auto png = image.decodeString("png");
+            EXPECT_TRUE(png.starts_with(folder)) << png;
+            EXPECT_TRUE(std::filesystem::is_regular_file(dir_ / "gallery" / png)) << png;
+            seen.push_back(folder);
+        }
+        return seen;
+    });
+    ASSERT_TRUE(cells);
+    const std::set<std::string> folders(cells.value().begin(), cells.value().end());
+    EXPECT_EQ(folders, (std::set<std::string>{"phone/en_US/", "phone/de_DE/", "pad/en_US/", "pad/de_DE/"}));
 }
