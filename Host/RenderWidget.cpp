@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "Platform/drawing/Recorder.hpp"
+#include "Platform/locale/Locale.hpp"
 #include "Platform/locale/ResourceLocator.hpp"
 #include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
 
@@ -24,6 +25,10 @@ std::optional<RenderedWidget> WidgetRenderer::render(const widget::WidgetConfigu
     options.size = size->layout;
     options.colorScheme = scheme;
     options.widgetFamily = family;
+    // The phone lays every widget out in its locale's direction; `render
+    // --locale` and `serve --locale` pin the current locale.
+    options.layoutDirection = platform::Locale::current().isRightToLeft() ? platform::LayoutDirection::rightToLeft
+                                                                         : platform::LayoutDirection::leftToRight;
     options.contentMargins = device_.contentMargins(family, widget.contentMarginsAreDisabled());
     // The lock screen draws widgets without their container background.
     options.showsContainerBackground = !platform::isAccessory(family);

@@ -109,10 +109,20 @@ public:
         return m;
     }
 
-    // The shared layout set up for one line; valid until the next call.
-    PangoLayout* prepare(std::string_view text, const Font& font) const {
+    // The shared layout set up for one line; valid until the next call. The
+    // line's letters decide its direction (Pango's auto-dir); `direction` is
+    // for a line without any. A line's width does not depend on it.
+    PangoLayout* prepare(std::string_view text, const Font& font,
+                         LayoutDirection direction = LayoutDirection::leftToRight) const {
+        const PangoDirection base =
+            direction == LayoutDirection::rightToLeft ? PANGO_DIRECTION_WEAK_RTL : PANGO_DIRECTION_WEAK_LTR;
+        if (pango_context_get_base_dir(context_.get()) != base) {
+            pango_context_set_base_dir(context_.get(), base);
+            pango_layout_context_changed(layout_.get());
+        }
         FontDescriptionPtr desc(pango_font_description_new());
-        pango_font_description_set_family(desc.get(), font.family.c_str());
+        const std::string families = font.family + "," + Font::kFallbackFamilies;
+        pango_font_description_set_family(desc.get(), families.c_str());
         pango_font_description_set_weight(desc.get(), pangoWeight(font.weight));
         pango_font_description_set_absolute_size(desc.get(), std::max(0.0, font.size) * PANGO_SCALE);
         pango_layout_set_font_description(layout_.get(), desc.get());
@@ -296,7 +306,7 @@ private:
     }
     void apply(const op::DrawText& t) {
         if (t.text.empty() || !(t.font.size > 0)) return;
-        PangoLayout* layout = text_.prepare(t.text, t.font);
+        PangoLayout* layout = text_.prepare(t.text, t.font, t.direction);
         double baseline = static_cast<double>(pango_layout_get_baseline(layout)) / PANGO_SCALE;
         setSource(cr_, t.color, scheme_);
         cairo_move_to(cr_, t.origin.x, t.baseline - baseline);

@@ -154,7 +154,8 @@ std::string toText(const DisplayList& list) {
                        },
                        [&](const op::DrawText& t) {
                            line("text " + quoted(t.text) + " font=" + font(t.font) + " color=" + color(t.color) +
-                                " origin=" + point(t.origin) + " baseline=" + num(t.baseline) + " width=" + num(t.width));
+                                " origin=" + point(t.origin) + " baseline=" + num(t.baseline) + " width=" + num(t.width) +
+                                (t.direction == LayoutDirection::rightToLeft ? " rtl" : ""));
                        },
                        [&](const op::DrawImage& i) {
                            line("image " + quoted(i.name) + " rect=" + rect(i.rect) +

@@ -87,7 +87,9 @@ struct StrokePath {
 };
 // One line of text, unwrapped. `origin` is the top-left corner of the line
 // box; `baseline` the y of the baseline. `font` is the final (shrunk) font and
-// `width` the measured advance, so a painter can check it agrees.
+// `width` the measured advance, so a painter can check it agrees. The line's
+// letters decide which way it runs; `direction` is taken by a line without
+// any (digits and signs alone), as the layout around it runs.
 struct DrawText {
     std::string text{};
     Font font{};
@@ -95,6 +97,7 @@ struct DrawText {
     Point origin{};
     double baseline = 0;
     double width = 0;
+    LayoutDirection direction = LayoutDirection::leftToRight;
     friend bool operator==(const DrawText&, const DrawText&) = default;
 };
 // An icon fitted into `rect` (keeping its aspect ratio, centred). With a

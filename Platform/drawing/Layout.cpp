@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstdio>
 #include <numeric>
+#include <utility>
 
 namespace qrv::platform {
 namespace {
@@ -358,8 +359,16 @@ StackMeasure measureStack(Box& box, const StackNode& s, ProposedSize p, Context&
 // [Placing]
 // ---------------------------------------------------------------------------
 
-double alignedOffset(double container, double child, HorizontalAlignment a) {
-    switch (a) {
+bool rightToLeft(const Environment& env) { return env.layoutDirection == LayoutDirection::rightToLeft; }
+
+// Right to left, leading is the right-hand side.
+HorizontalAlignment onScreen(HorizontalAlignment a, LayoutDirection d) {
+    if (d == LayoutDirection::leftToRight || a == HorizontalAlignment::center) return a;
+    return a == HorizontalAlignment::leading ? HorizontalAlignment::trailing : HorizontalAlignment::leading;
+}
+
+double alignedOffset(double container, double child, HorizontalAlignment a, LayoutDirection d) {
+    switch (onScreen(a, d)) {
         case HorizontalAlignment::leading: return 0;
         case HorizontalAlignment::center: return (container - child) / 2;
         case HorizontalAlignment::trailing: return container - child;
@@ -374,27 +383,31 @@ double alignedOffset(double container, double child, VerticalAlignment a) {
     }
     return 0;
 }
-Rect aligned(const Rect& in, Size child, Alignment a) {
-    return {{in.minX() + alignedOffset(in.width(), child.width, a.horizontal),
+Rect aligned(const Rect& in, Size child, Alignment a, LayoutDirection d) {
+    return {{in.minX() + alignedOffset(in.width(), child.width, a.horizontal, d),
              in.minY() + alignedOffset(in.height(), child.height, a.vertical)},
             child};
 }
 
 LayoutNode place(Box& box, const Rect& frame, ProposedSize p, Context& ctx);
 
-LayoutNode placeInside(Box& kid, const Rect& container, ProposedSize p, Alignment a, Context& ctx) {
-    return place(kid, aligned(container, sizeOf(kid, p, ctx), a), p, ctx);
+// `d` is the direction of the parent that aligns the kid.
+LayoutNode placeInside(Box& kid, const Rect& container, ProposedSize p, Alignment a, LayoutDirection d,
+                       Context& ctx) {
+    return place(kid, aligned(container, sizeOf(kid, p, ctx), a, d), p, ctx);
 }
 
 // Where a layer that ignores safe-area edges touches the content margins, it
 // runs on to the widget's edge.
-Rect extendedToContainer(const Rect& r, Edges edges, const Context& ctx) {
+Rect extendedToContainer(const Rect& r, Edges edges, LayoutDirection d, const Context& ctx) {
     constexpr double eps = 1e-6;
     double x0 = r.minX(), y0 = r.minY(), x1 = r.maxX(), y1 = r.maxY();
+    const bool rtl = d == LayoutDirection::rightToLeft;
+    const Edges left = rtl ? Edges::trailing() : Edges::leading(), right = rtl ? Edges::leading() : Edges::trailing();
     if (edges.contains(Edges::top()) && std::abs(y0 - ctx.safeRect.minY()) < eps) y0 = ctx.containerRect.minY();
-    if (edges.contains(Edges::leading()) && std::abs(x0 - ctx.safeRect.minX()) < eps) x0 = ctx.containerRect.minX();
+    if (edges.contains(left) && std::abs(x0 - ctx.safeRect.minX()) < eps) x0 = ctx.containerRect.minX();
     if (edges.contains(Edges::bottom()) && std::abs(y1 - ctx.safeRect.maxY()) < eps) y1 = ctx.containerRect.maxY();
-    if (edges.contains(Edges::trailing()) && std::abs(x1 - ctx.safeRect.maxX()) < eps) x1 = ctx.containerRect.maxX();
+    if (edges.contains(right) && std::abs(x1 - ctx.safeRect.maxX()) < eps) x1 = ctx.containerRect.maxX();
     return {{x0, y0}, {x1 - x0, y1 - y0}};
 }
 
@@ -403,24 +416,30 @@ LayoutNode place(Box& box, const Rect& frame, ProposedSize p, Context& ctx) {
     out.node = box.node;
     out.frame = frame;
     out.environment = box.env;
+    const LayoutDirection direction = box.env.layoutDirection;
     std::visit(
         Overloaded{
             [&](const TextNode&) { out.text = textOf(box, p, ctx); },
             [&](const StackNode& s) {
                 StackMeasure m = measureStack(box, s, p, ctx);
-                double pos = s.axis == StackAxis::horizontal ? frame.minX() : frame.minY();
+                // Right to left, an HStack's first child is at the right edge.
+                const double step = rightToLeft(box.env) ? -1 : 1;
+                double pos = s.axis != StackAxis::horizontal ? frame.minY() : step > 0 ? frame.minX() : frame.maxX();
                 for (std::size_t i = 0; i < box.kids.size(); ++i) {
                     Rect r;
                     if (s.axis == StackAxis::depth) {
-                        r = aligned(frame, m.sizes[i], s.alignment);
+                        r = aligned(frame, m.sizes[i], s.alignment, direction);
                     } else if (s.axis == StackAxis::horizontal) {
-                        pos += m.gaps[i];
-                        r = {{pos, frame.minY() + alignedOffset(frame.height(), m.sizes[i].height, s.alignment.vertical)},
+                        pos += step * m.gaps[i];
+                        double x = step > 0 ? pos : pos - m.sizes[i].width;
+                        r = {{x, frame.minY() + alignedOffset(frame.height(), m.sizes[i].height, s.alignment.vertical)},
                              m.sizes[i]};
-                        pos += m.sizes[i].width;
+                        pos += step * m.sizes[i].width;
                     } else {
                         pos += m.gaps[i];
-                        r = {{frame.minX() + alignedOffset(frame.width(), m.sizes[i].width, s.alignment.horizontal), pos},
+                        r = {{frame.minX() +
+                                  alignedOffset(frame.width(), m.sizes[i].width, s.alignment.horizontal, direction),
+                              pos},
                              m.sizes[i]};
                         pos += m.sizes[i].height;
                     }
@@ -433,36 +452,39 @@ LayoutNode place(Box& box, const Rect& frame, ProposedSize p, Context& ctx) {
                 box.kids.push_back(build(content, box.env));
                 ProposedSize offer = ProposedSize::of(frame.size);
                 Size s = sizeOf(*box.kids[0], offer, ctx);
-                out.children.push_back(place(*box.kids[0], {frame.origin, s}, offer, ctx));
+                Point corner{rightToLeft(box.env) ? frame.maxX() - s.width : frame.minX(), frame.minY()};
+                out.children.push_back(place(*box.kids[0], {corner, s}, offer, ctx));
             },
-            [&](const LinkNode&) { out.children.push_back(placeInside(*box.kids[0], frame, p, Alignment::center, ctx)); },
+            [&](const LinkNode&) { out.children.push_back(placeInside(*box.kids[0], frame, p, Alignment::center, direction, ctx)); },
             [&](const ButtonNode&) {
-                out.children.push_back(placeInside(*box.kids[0], frame, p, Alignment::center, ctx));
+                out.children.push_back(placeInside(*box.kids[0], frame, p, Alignment::center, direction, ctx));
             },
             [&](const FrameNode& f) {
                 Alignment a = std::visit([](const auto& placement) { return placement.alignment; }, f.frame);
-                out.children.push_back(placeInside(*box.kids[0], frame, frameChildProposal(f, p), a, ctx));
+                out.children.push_back(placeInside(*box.kids[0], frame, frameChildProposal(f, p), a, direction, ctx));
             },
             [&](const FixedSizeNode& f) {
-                out.children.push_back(placeInside(*box.kids[0], frame, fixedProposal(f, p), Alignment::center, ctx));
+                out.children.push_back(placeInside(*box.kids[0], frame, fixedProposal(f, p), Alignment::center, direction, ctx));
             },
             [&](const PaddingNode& pad) {
                 ProposedSize inner = shrink(p, pad.insets);
                 Size s = sizeOf(*box.kids[0], inner, ctx);
+                double left = rightToLeft(box.env) ? pad.insets.trailing : pad.insets.leading;
                 out.children.push_back(
-                    place(*box.kids[0], {{frame.minX() + pad.insets.leading, frame.minY() + pad.insets.top}, s}, inner, ctx));
+                    place(*box.kids[0], {{frame.minX() + left, frame.minY() + pad.insets.top}, s}, inner, ctx));
             },
             [&](const LayerNode& l) {
                 out.children.push_back(place(*box.kids[0], frame, p, ctx));
-                Rect area = extendedToContainer(frame, l.ignoresSafeAreaEdges, ctx);
-                out.children.push_back(placeInside(*box.kids[1], area, ProposedSize::of(area.size), l.alignment, ctx));
+                Rect area = extendedToContainer(frame, l.ignoresSafeAreaEdges, direction, ctx);
+                out.children.push_back(
+                    placeInside(*box.kids[1], area, ProposedSize::of(area.size), l.alignment, direction, ctx));
             },
             [&](const ContainerBackgroundNode& c) {
                 out.children.push_back(place(*box.kids[0], frame, p, ctx));
                 auto background = build(c.background, box.env);
                 ProposedSize whole = ProposedSize::of(ctx.containerRect.size);
                 ctx.containerBackgrounds->push_back(
-                    placeInside(*background, ctx.containerRect, whole, Alignment::center, ctx));
+                    placeInside(*background, ctx.containerRect, whole, Alignment::center, direction, ctx));
             },
             [&](const EffectNode& e) {
                 if (auto* pref = std::get_if<FramePreferenceEffect>(&e.effect))
@@ -561,11 +583,15 @@ LayoutTree layout(const View& view, const LayoutOptions& options, const TextMeas
     tree.environment = options.environment;
     tree.size = options.size;
     Rect container{{0, 0}, options.size};
-    tree.contentRect = container.inset(options.contentMargins);
+    // The margins' leading side is the right one when the widget runs right to left.
+    EdgeInsets margins = options.contentMargins;
+    if (rightToLeft(options.environment)) std::swap(margins.leading, margins.trailing);
+    tree.contentRect = container.inset(margins);
     Context ctx{measurer, options.images, tree.contentRect, container, &tree.containerBackgrounds, &tree.preferences};
     auto root = build(view, options.environment);
     ProposedSize offer = ProposedSize::of(tree.contentRect.size);
-    tree.content = placeInside(*root, tree.contentRect, offer, Alignment::center, ctx);
+    tree.content =
+        placeInside(*root, tree.contentRect, offer, Alignment::center, options.environment.layoutDirection, ctx);
     return tree;
 }
 

@@ -163,12 +163,15 @@ private:
         if (!n.text) return;
         const TextLayout& layout = *n.text;
         Color color = paint(n, n.environment.foreground());
+        // Lines start at the leading edge: the right one, right to left.
+        const LayoutDirection direction = n.environment.layoutDirection;
         std::string shown;
         for (std::size_t i = 0; i < layout.lines.size(); ++i) {
             const auto& line = layout.lines[i];
             double top = n.frame.minY() + layout.lineHeight * static_cast<double>(i);
+            double x = direction == LayoutDirection::rightToLeft ? n.frame.maxX() - line.width : n.frame.minX();
             if (!line.text.empty())
-                emit(op::DrawText{line.text, layout.font, color, {n.frame.minX(), top}, top + layout.ascent, line.width});
+                emit(op::DrawText{line.text, layout.font, color, {x, top}, top + layout.ascent, line.width, direction});
             shown += (i ? "\n" : "") + line.text;
         }
         if (inMask_ > 0) return;

@@ -28,6 +28,7 @@ struct RenderOptions {
     Size size{};
     ColorScheme colorScheme = ColorScheme::light;
     WidgetFamily widgetFamily = WidgetFamily::systemSmall;
+    LayoutDirection layoutDirection = LayoutDirection::leftToRight;  // the locale's
     EdgeInsets contentMargins{};
     // False where the host removes the container background (e.g. in StandBy).
     bool showsContainerBackground = true;
@@ -40,6 +41,7 @@ struct RenderOptions {
         e.widgetFamily = widgetFamily;
         e.widgetRenderingMode = renderingMode;
         e.showsWidgetContainerBackground = showsContainerBackground;
+        e.layoutDirection = layoutDirection;
         return e;
     }
 };

@@ -53,6 +53,10 @@ class Shape;
 // ---------------------------------------------------------------------------
 
 enum class HorizontalAlignment { leading, center, trailing };
+
+// Which way the writing runs. Right to left mirrors placement (see
+// Environment::layoutDirection); what a view draws inside its frame is kept.
+enum class LayoutDirection { leftToRight, rightToLeft };
 enum class VerticalAlignment { top, center, bottom };
 
 struct Alignment {
@@ -149,6 +153,16 @@ struct Environment {
     // screen). Views may read both to adapt, never to imitate the mode.
     WidgetRenderingMode widgetRenderingMode = WidgetRenderingMode::fullColor;
     bool showsWidgetContainerBackground = true;
+    // From the locale, as the platform sets it. Right to left mirrors what
+    // "leading" and "trailing" mean: an HStack runs from the right edge,
+    // leading alignments, paddings, safe-area edges and the lines of a text
+    // go to the right, a geometry reader's content sits at its top-right
+    // corner and the content margins swap sides. Shapes, paths, images,
+    // strokes and explicit effects (rotation, scale, offset) are drawn as
+    // given, so a ring still starts at twelve o'clock and runs clockwise.
+    // Text runs in its own script's direction; a line without letters (only
+    // digits and signs) takes this direction.
+    LayoutDirection layoutDirection = LayoutDirection::leftToRight;
 
     Color foreground() const { return foregroundColor.value_or(primaryColor()); }
     Color resolvedTint() const { return tint.value_or(accentColor()); }

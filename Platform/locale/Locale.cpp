@@ -1,5 +1,7 @@
 #include "Platform/locale/Locale.hpp"
 
+#include <unicode/uloc.h>
+
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
@@ -40,6 +42,8 @@ std::string Locale::languageTag() const {
     std::replace(tag.begin(), tag.end(), '_', '-');
     return tag;
 }
+
+bool Locale::isRightToLeft() const { return uloc_isRightToLeft(identifier_.c_str()) != 0; }
 
 Locale Locale::fromEnvironment() {
     for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {

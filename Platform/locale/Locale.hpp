@@ -27,6 +27,9 @@ class Locale {
     std::string languageCode() const;
     // The identifier with '-' separators: "de-DE".
     std::string languageTag() const;
+    // Whether the locale's script is written right to left (Arabic, Hebrew,
+    // Persian, Urdu, ...), as ICU's likely-script data says.
+    bool isRightToLeft() const;
 
     // The override when one is set, otherwise the environment's locale.
     static Locale current();

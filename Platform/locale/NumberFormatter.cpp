@@ -109,6 +109,38 @@ std::string decimalSeparator(const Locale& locale) {
     return ".";
 }
 
+std::string localizedDigits(std::string_view text, const Locale& locale) {
+    UNumberFormat* format = formatterFor(locale, Style::grouped);
+    if (format == nullptr) return std::string(text);
+    auto symbol = [&](UNumberFormatSymbol which) {
+        return runFormat([&](UChar* out, int32_t capacity, UErrorCode* status) {
+            return unum_getSymbol(format, which, out, capacity, status);
+        });
+    };
+    const auto zero = symbol(UNUM_ZERO_DIGIT_SYMBOL);
+    if (!zero || zero->empty() || *zero == "0") return std::string(text);
+    std::array<std::string, 10> digits{*zero};
+    for (int d = 1; d <= 9; ++d) {
+        const auto digit = symbol(static_cast<UNumberFormatSymbol>(UNUM_ONE_DIGIT_SYMBOL + d - 1));
+        if (!digit || digit->empty()) return std::string(text);
+        digits[static_cast<std::size_t>(d)] = *digit;
+    }
+    const std::string decimal = symbol(UNUM_DECIMAL_SEPARATOR_SYMBOL).value_or(".");
+    const std::string grouping = symbol(UNUM_GROUPING_SEPARATOR_SYMBOL).value_or(",");
+    auto isDigit = [&](std::size_t i) { return i < text.size() && text[i] >= '0' && text[i] <= '9'; };
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (isDigit(i))
+            out += digits[static_cast<std::size_t>(c - '0')];
+        else if ((c == '.' || c == ',') && i > 0 && isDigit(i - 1) && isDigit(i + 1))
+            out += c == '.' ? decimal : grouping;
+        else
+            out += c;
+    }
+    return out;
+}
+
 std::optional<std::string> NumberFormatter::string(double value) const {
     // The platform's default symbols, whatever the locale's own are.
     if (std::isnan(value)) return std::string("NaN");

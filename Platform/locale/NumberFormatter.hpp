@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "Platform/locale/Locale.hpp"
 
@@ -18,6 +19,13 @@ std::string formatUnsignedInteger(std::uint64_t value, const Locale& locale = Lo
 
 // The locale's decimal separator ("." in English, "," in German).
 std::string decimalSeparator(const Locale& locale = Locale::current());
+
+// A text whose figures were written with ASCII digits ("/250", "1250 ml",
+// "2.5 cups") in the digits of a locale that writes others: Arabic-Indic for
+// "ar" ("/٢٥٠", "٢٫٥"), with the locale's separators between digits. For a
+// locale that writes ASCII digits the text comes back unchanged, so figures
+// from code that knows no locale read like the locale's own.
+std::string localizedDigits(std::string_view text, const Locale& locale = Locale::current());
 
 // A number formatter in its default configuration: no fraction digits, ties
 // rounded to even (95.5 -> "96", 96.5 -> "96"), no grouping, a minus sign for

@@ -88,7 +88,8 @@ std::string MacronutrientsWidgetValueViewModel::valueText() const {
 }
 
 std::string MacronutrientsWidgetValueViewModel::goalText() const {
-    return "/" + std::to_string(truncatedOrDie(data.maxValue)) +
+    // In the locale's digits, like the value over it (Arabic-Indic in Arabic).
+    return "/" + platform::localizedDigits(std::to_string(truncatedOrDie(data.maxValue))) +
            localizedString("unitSystems.gram.abbreviation.plural", "g");
 }
 

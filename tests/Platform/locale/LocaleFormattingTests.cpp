@@ -103,6 +103,25 @@ TEST(NumberFormatting, IntegersCarryTheLocalesGrouping) {
     EXPECT_EQ(formatUnsignedInteger(18446744073709551615ull, Locale("en")), "18,446,744,073,709,551,615");
 }
 
+TEST(NumberFormatting, AsciiFiguresTakeTheDigitsOfALocaleThatWritesOthers) {
+    struct Case {
+        const char* locale;
+        const char* text;
+        const char* shown;
+    } cases[] = {
+        {"ar", "/250g", "/٢٥٠g"},         {"ar_EG", "1,250.5 ml", "١٬٢٥٠٫٥ ml"},
+        {"ar", "v1. 2,", "v١. ٢,"},       // separators only between digits
+        {"ar_MA", "2.5 cups", "2.5 cups"},  // Western digits: as written
+        {"de_DE", "2.5 cups", "2.5 cups"}, {"he_IL", "1250 ml", "1250 ml"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(localizedDigits(c.text, Locale(c.locale)), c.shown) << c.locale;
+}
+
+TEST(Locale, ArabicHebrewAndOtherRightToLeftScriptsAreRightToLeft) {
+    for (const char* rtl : {"ar", "ar_MA", "he_IL", "fa", "ur"}) EXPECT_TRUE(Locale(rtl).isRightToLeft()) << rtl;
+    for (const char* ltr : {"en", "en_US_POSIX", "de_DE", "tr"}) EXPECT_FALSE(Locale(ltr).isRightToLeft()) << ltr;
+}
+
 TEST(NumberFormatting, DefaultFormatterRoundsHalfToEvenWithoutGrouping) {
     struct Case {
         double value;

@@ -168,5 +168,40 @@ TEST(AnimatedCircularProgressView, LongFiguresShrinkToHalfBeforeTruncating) {
     EXPECT_TRUE(cut.truncated);
 }
 
+TEST(AnimatedCircularProgressView, RightToLeftMirrorsTheStackPaddingAndTextButNotTheRing) {
+    // A ring and a text side by side, 10 points of leading and 2 of trailing
+    // padding, centred in a 100 × 40 widget: 14 points to spare on each side.
+    // The text ("ab" over "c", 12 wide, 6 per character) sits centred in its
+    // 20-point frame; its short line starts at its leading edge.
+    const View row = HStack({AnimatedCircularProgressView{config(), "1", "2", 0.6, 0}.body().frame(40, 40),
+                             Text("ab c").font(Font::system(10)).frame(20, 30)},
+                            VerticalAlignment::center, 0)
+                         .padding(EdgeInsets{.leading = 10, .trailing = 2});
+    struct Case {
+        LayoutDirection direction;
+        double ringCentreX, shortLineX;
+    } cases[] = {
+        {LayoutDirection::leftToRight, 14 + 10 + 20, 14 + 10 + 40 + 4},
+        {LayoutDirection::rightToLeft, 14 + 2 + 20 + 20, 14 + 2 + 4 + 12 - 6},
+    };
+    static const FixedAdvanceTextMeasurer measurer;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.direction == LayoutDirection::rightToLeft ? "right to left" : "left to right");
+        RenderOptions options;
+        options.size = {100, 40};
+        options.layoutDirection = c.direction;
+        const DisplayList list = render(row, options, measurer);
+        const auto arcs = strokes(list, "progress");
+        ASSERT_EQ(arcs.size(), 2u);
+        // Still from twelve o'clock, clockwise, whichever way the row runs.
+        EXPECT_NEAR(onlyArc(arcs[0]).startAngle, -kTurn / 4, 1e-9);
+        EXPECT_NEAR(onlyArc(arcs[0]).sweep, 0.6 * kTurn, 1e-9);
+        EXPECT_DOUBLE_EQ(onlyArc(arcs[0]).center.x, c.ringCentreX);
+        const auto* shortLine = std::get_if<op::DrawText>(&list.ops.back());
+        ASSERT_TRUE(shortLine && shortLine->text == "c");
+        EXPECT_DOUBLE_EQ(shortLine->origin.x, c.shortLineX);
+    }
+}
+
 }  // namespace
 }  // namespace qrv::widget

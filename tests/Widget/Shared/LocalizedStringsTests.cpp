@@ -64,7 +64,7 @@ TEST(StringTable, ShippedTableTranslatesEveryKeyWithMatchingPlaceholders) {
     for (const auto& key : kKeys) {
         const auto english = catalog.translation(key, "en");
         ASSERT_TRUE(english) << key;
-        for (const char* language : {"de", "es"}) {
+        for (const char* language : {"de", "es", "ar", "he"}) {
             const auto translated = catalog.translation(key, language);
             ASSERT_TRUE(translated) << key << " " << language;
             EXPECT_FALSE(translated->empty()) << key << " " << language;
