@@ -3,6 +3,7 @@
 // and SVG with manifest.json and an index.html gallery. Progress goes to
 // standard error, one line per image; the last line on standard output is the
 // path of index.html.
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -14,6 +15,7 @@
 #include "Host/Options.hpp"
 #include "Host/RenderGallery.hpp"
 #include "Host/RenderWidget.hpp"
+#include "Platform/drawing/WidgetRenderingMode.hpp"
 #include "Platform/locale/Locale.hpp"
 #include "Widget/Widgets/QRVWidgets.hpp"
 
@@ -31,6 +33,9 @@ struct RenderOptions {
     std::string now;
     std::string container;
     std::string locale;
+    std::vector<std::string> appearances;
+    std::string tint;
+    bool osGiven = false;
     double wait = kDefaultWaitSeconds;
 };
 
@@ -51,19 +56,36 @@ int run(const RenderOptions& options) {
 
     GalleryOptions gallery;
     gallery.out = options.out;
-    gallery.device = *DeviceProfile::named(options.device, options.os);
+    if (!options.appearances.empty()) {
+        // Each appearance once, in the order given.
+        gallery.appearances.clear();
+        for (const auto& name : options.appearances) {
+            const auto appearance = *appearanceNamed(name);
+            if (std::find(gallery.appearances.begin(), gallery.appearances.end(), appearance) ==
+                gallery.appearances.end())
+                gallery.appearances.push_back(appearance);
+        }
+    }
+    if (!options.tint.empty()) gallery.tint = *platform::parseHexColor(options.tint);
+    // The tinted home screen came with system 18: asked for without a
+    // version, it is drawn there.
+    int os = options.os;
+    if (!options.osGiven && std::find(gallery.appearances.begin(), gallery.appearances.end(),
+                                      Appearance::tinted) != gallery.appearances.end())
+        os = 18;
+    gallery.device = *DeviceProfile::named(options.device, os);
     gallery.schemes = schemes(options.scheme);
     gallery.scale = options.scale;
     gallery.wait = waitDuration(options.wait);
     gallery.language = platform::Locale::current().languageCode();
     for (const auto& family : options.families) gallery.families.push_back(parsedFamily(family));
 
-    const auto widgets = widget::QRVWidgets{}.body(options.os);
+    const auto widgets = widget::QRVWidgets{}.body(os);
     for (const auto& name : options.widgets) {
         bool offered = false;
         for (const auto& widget : widgets) offered = offered || namesWidget(widget, name);
         if (!offered) {
-            std::cerr << "render: the widget " << name << " is not offered on system version " << options.os << '\n';
+            std::cerr << "render: the widget " << name << " is not offered on system version " << os << '\n';
             return kExitUsage;
         }
         gallery.widgets.push_back(name);
@@ -116,9 +138,27 @@ const CommandRegistration renderCommand{"render", [](CLI::App& app) {
     command->add_option("--device", options->device, "Device: phone (6.1-inch) or pad (11-inch) (default: phone)")
         ->type_name("DEVICE")
         ->check(CLI::IsMember({"phone", "pad"}));
-    command->add_option("--os", options->os, "System version: 16, 17 or 18 (default: 17)")
+    command->add_option("--os", options->os, "System version: 16, 17 or 18 (default: 17; 18 with --appearance tinted)")
         ->type_name("VERSION")
-        ->check(CLI::IsMember({16, 17, 18}));
+        ->check(CLI::IsMember({16, 17, 18}))
+        ->each([options](const std::string&) { options->osGiven = true; });
+    std::vector<std::string> appearanceNames;
+    for (auto a : kAllAppearances) appearanceNames.emplace_back(appearanceName(a));
+    command
+        ->add_option("--appearance", options->appearances,
+                     "Where the widgets are seen (repeatable): default (the home screen, and the lock-screen "
+                     "families), tinted (the tinted home screen), standby, standby-night or lock-screen "
+                     "(default: default)")
+        ->type_name("APPEARANCE")
+        ->check(CLI::IsMember(appearanceNames));
+    command->add_option("--tint", options->tint, "The tinted home screen's colour, #RRGGBB (default: #f2c24c, a warm gold)")
+        ->type_name("COLOR")
+        ->check(CLI::Validator(
+            [](std::string& text) -> std::string {
+                if (platform::parseHexColor(text)) return {};
+                return "not a colour (#RRGGBB): " + text;
+            },
+            "COLOR"));
     command->add_option("--scale", options->scale, "PNG pixels per point: 1, 2 or 3 (default: 2)")
         ->type_name("N")
         ->check(CLI::IsMember({1, 2, 3}));

@@ -59,6 +59,9 @@ std::vector<Request> requestsFor(const std::vector<widget::WidgetConfiguration>&
                 continue;
             const auto size = options.device.size(family);
             if (!size) continue;
+            if (std::none_of(options.appearances.begin(), options.appearances.end(),
+                             [&](Appearance a) { return options.device.placement(a, family).has_value(); }))
+                continue;
             requests.push_back({&widget, provider, family, {family, size->display, false}});
         }
     }
@@ -108,7 +111,16 @@ GalleryResult renderGallery(const std::vector<widget::WidgetConfiguration>& widg
                                     widget.supportedFamilies()});
 
     const auto requests = requestsFor(widgets, options, environment);
-    if (requests.empty()) throw NothingToDraw("none of the chosen widgets supports the chosen families here");
+    if (requests.empty()) {
+        std::string appearances;
+        for (auto a : options.appearances)
+            appearances += (appearances.empty() ? "" : ", ") + std::string(appearanceName(a));
+        throw NothingToDraw(
+            "none of the chosen widgets supports the chosen families in the appearances chosen (" +
+            appearances + ") on the " + options.device.name + " with system version " +
+            std::to_string(options.device.systemVersion) +
+            " (tinted needs system 18; StandBy is the phone's, small widgets only)");
+    }
     std::error_code error;
     std::filesystem::create_directories(options.out, error);
     if (error) throw GalleryError("cannot create " + options.out.string() + ": " + error.message());
@@ -130,35 +142,57 @@ GalleryResult renderGallery(const std::vector<widget::WidgetConfiguration>& widg
         }
         const std::string name = hostWidgetName(request.widget->kind());
         for (const auto& [entry, moment] : shown) {
-            for (auto scheme : options.schemes) {
-                auto rendered = renderer.render(*request.widget, entry, request.family, scheme);
-                if (!rendered) continue;
-                if (placeholder) rendered->displayList = redactedDisplayList(rendered->displayList);
-                ManifestImage image;
-                image.kind = request.widget->kind();
-                image.family = request.family;
-                image.scheme = scheme;
-                image.entryDate = entry.date();
-                image.moment = moment;
-                image.placeholder = placeholder;
-                const std::string stem = name + "-" + std::string(platform::name(request.family)) + "-" +
-                                         std::string(schemeName(scheme)) +
-                                         (moment == EntryMoment::nextMidnight ? "-midnight" : "");
-                image.png = stem + ".png";
-                image.svg = stem + ".svg";
-                image.describe(rendered->displayList, TapRules{request.family, options.device.systemVersion});
+            for (auto appearance : options.appearances) {
+                const auto placement = options.device.placement(appearance, request.family);
+                if (!placement) continue;
+                // The home screen appearance shows the lock-screen families as ever:
+                // in the schemes asked for.
+                auto schemes = options.schemes;
+                if (placement->scheme && appearance != Appearance::homeScreen) schemes = {*placement->scheme};
+                for (auto scheme : schemes) {
+                    auto rendered = renderer.render(*request.widget, entry, request.family, scheme,
+                                                    *placement, options.tint);
+                    if (!rendered) continue;
+                    if (placeholder) rendered->displayList = redactedDisplayList(rendered->displayList);
+                    ManifestImage image;
+                    image.kind = request.widget->kind();
+                    image.family = request.family;
+                    image.scheme = scheme;
+                    image.appearance = appearance;
+                    image.renderingMode = placement->renderingMode;
+                    image.showsContainerBackground = placement->showsContainerBackground;
+                    if (image.renderingMode == platform::WidgetRenderingMode::accented)
+                        image.tint = hexColor(options.tint);
+                    image.entryDate = entry.date();
+                    image.moment = moment;
+                    image.placeholder = placeholder;
+                    const std::string stem = name + "-" + std::string(platform::name(request.family)) + "-" +
+                                             std::string(schemeName(scheme)) +
+                                             (appearance == Appearance::homeScreen
+                                                  ? std::string()
+                                                  : "-" + std::string(appearanceName(appearance))) +
+                                             (moment == EntryMoment::nextMidnight ? "-midnight" : "");
+                    image.png = stem + ".png";
+                    image.svg = stem + ".svg";
+                    image.describe(rendered->displayList,
+                                   TapRules{request.family, options.device.systemVersion});
 
-                const auto png = painter.png(rendered->displayList, options.scale, scheme);
-                if (!png) throw GalleryError("cannot draw " + image.png + ": " + png.error());
-                writeFile(options.out / image.png, png.value().data(), png.value().size());
-                const auto svg = painter.svg(rendered->displayList, scheme);
-                if (!svg) throw GalleryError("cannot draw " + image.svg + ": " + svg.error());
-                writeFile(options.out / image.svg, svg.value().data(), svg.value().size());
+                    const auto png = painter.png(rendered->displayList, options.scale, scheme);
+                    if (!png) throw GalleryError("cannot draw " + image.png + ": " + png.error());
+                    writeFile(options.out / image.png, png.value().data(), png.value().size());
+                    const auto svg = painter.svg(rendered->displayList, scheme);
+                    if (!svg) throw GalleryError("cannot draw " + image.svg + ": " + svg.error());
+                    writeFile(options.out / image.svg, svg.value().data(), svg.value().size());
 
-                progress << name << ' ' << platform::name(request.family) << ' ' << schemeName(scheme) << ' '
-                         << momentName(moment) << (placeholder ? " (placeholder)" : "") << ": " << image.png
-                         << '\n';
-                manifest.images.push_back(std::move(image));
+                    progress << name << ' ' << platform::name(request.family) << ' ' << schemeName(scheme)
+                             << ' '
+                             << (appearance == Appearance::homeScreen
+                                     ? ""
+                                     : std::string(appearanceName(appearance)) + " ")
+                             << momentName(moment) << (placeholder ? " (placeholder)" : "") << ": "
+                             << image.png << '\n';
+                    manifest.images.push_back(std::move(image));
+                }
             }
         }
     }
