@@ -169,6 +169,36 @@ await step("a tap on the widget tells where the app would open", async () => {
     null, { timeout: 5000 });
 });
 
+// The home screen's pictures as shown, once every one has loaded the address it asks for.
+async function homePictures(appearance) {
+  await page.waitForFunction((wanted) => [...document.querySelectorAll("#home figure.widget")].every((figure) => {
+    const img = figure.querySelector("img");
+    const address = img.dataset.src || "";
+    return (wanted === "default") !== address.includes(`appearance=${wanted}`) && img.src.endsWith(address) &&
+      img.complete && img.naturalWidth > 0;
+  }), appearance, { timeout: 15000, polling: 200 });
+  return page.$$eval("#home figure.widget img", (images) => Object.fromEntries(images.map((img) => {
+    const canvas = document.createElement("canvas");
+    canvas.width = img.naturalWidth;
+    canvas.height = img.naturalHeight;
+    canvas.getContext("2d").drawImage(img, 0, 0);
+    return [img.closest("figure").dataset.id, canvas.toDataURL()];
+  })));
+}
+
+await step("the tinted appearance redraws every home-screen widget, and the default brings them back", async () => {
+  await page.click("#clock-pause");  // no new entry while the pictures are compared
+  const before = await homePictures("default");
+  await page.selectOption("#appearance", "tinted");
+  const tinted = await homePictures("tinted");
+  const unchanged = Object.keys(before).filter((id) => tinted[id] === before[id]);
+  if (!Object.keys(before).length || unchanged.length) throw new Error(`not tinted: ${unchanged.join(", ")}`);
+  await page.selectOption("#appearance", "default");
+  const after = await homePictures("default");
+  const different = Object.keys(before).filter((id) => after[id] !== before[id]);
+  if (different.length) throw new Error(`not restored: ${different.join(", ")}`);
+});
+
 await step("the page ran without script errors", async () => {
   if (problems.length) throw new Error(problems.join("\n"));
 });
