@@ -383,6 +383,11 @@ std::string_view webPageScript() {
       document.body.classList.toggle(`appearance-${name}`, appearance() === name);
     document.body.style.setProperty("--tint", $("tint").value);
     document.body.dataset.appearance = appearance();
+    // Only the appearances the device has (the tinted home screen came with system 18).
+    for (const option of $("appearance").options) {
+      const name = option.value === "dark" ? "default" : option.value;
+      option.disabled = !state.widgets.some((w) => (w.appearances || {})[name]);
+    }
     $("device").textContent = `${state.deviceDescription} · system ${state.os}`;
     const smalls = state.widgets.filter((w) => w.family === "systemSmall");
     const mediums = state.widgets.filter((w) => w.family === "systemMedium");

@@ -74,7 +74,8 @@ writeRecords({
 });
 
 // The server, on a free loopback port, in a fixed zone so that midnight is known.
-const server = spawn(program, ["serve", "--port", "0", "--container", container, "--scheme", "light", "--locale", "en_US"], {
+const server = spawn(program, ["serve", "--port", "0", "--container", container, "--scheme", "light", "--locale", "en_US",
+  "--os", "18"], {
   env: { ...process.env, TZ: "UTC", XDG_DATA_HOME: path.join(work, "data"), QRV_APP_GROUP_CONTAINER: "" },
   stdio: ["ignore", "pipe", "inherit"],
 });
