@@ -151,7 +151,7 @@ const CommandRegistration renderCommand{"render", [](CLI::App& app) {
                      "(default: default)")
         ->type_name("APPEARANCE")
         ->check(CLI::IsMember(appearanceNames));
-    command->add_option("--tint", options->tint, "The tinted home screen's colour, #RRGGBB (default: #f2c24c, a warm gold)")
+    command->add_option("--tint", options->tint, "The tinted home screen's colour, #RRGGBB (default: #f2c24d, a warm gold)")
         ->type_name("COLOR")
         ->check(CLI::Validator(
             [](std::string& text) -> std::string {
