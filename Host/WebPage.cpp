@@ -119,8 +119,6 @@ main { display: flex; flex-wrap: wrap; gap: 32px; justify-content: center; paddi
 body.dark .home-frame { background: linear-gradient(160deg, #1e2a5a 0%, #3b2c6b 50%, #5a2a58 100%); }
 body.appearance-tinted .home-frame { background: linear-gradient(160deg, color-mix(in srgb, var(--tint) 30%, #000),
   color-mix(in srgb, var(--tint) 10%, #000)); }
-body.appearance-tinted:not(.dark) .home-frame { background: linear-gradient(160deg,
-  color-mix(in srgb, var(--tint) 30%, #fff), color-mix(in srgb, var(--tint) 55%, #fff)); }
 body.appearance-standby .home-frame, body.appearance-standby-night .home-frame { background: #000; }
 body.appearance-lock-screen .home-frame { background: linear-gradient(180deg, #0f172a 0%, #1e3a5f 60%, #3b5b7d 100%); }
 body.appearance-standby .lock-screen, body.appearance-standby-night .lock-screen,
@@ -128,6 +126,10 @@ body.appearance-tinted .lock-screen { display: none; }
 figure.widget[hidden] { display: none; }
 .home-grid { display: flex; flex-wrap: wrap; align-content: flex-start; width: var(--grid-width, 338px);
   gap: 26px var(--grid-gap, 22px); }
+/* StandBy: the phone on its side, the two small widgets next to each other. */
+body.appearance-standby .home-grid, body.appearance-standby-night .home-grid { width: auto; flex-wrap: nowrap;
+  gap: 28px; justify-content: center; align-items: center; }
+body.appearance-standby .home-frame, body.appearance-standby-night .home-frame { padding: 24px 40px; }
 .lock-frame { background: linear-gradient(180deg, #0f172a 0%, #1e3a5f 60%, #3b5b7d 100%); color: #fff;
   width: calc(var(--grid-width, 338px) + 64px); min-height: 420px; display: flex; flex-direction: column; align-items: center; }
 .lock-time { font-size: 76px; font-weight: 600; letter-spacing: -1px; line-height: 1; margin: 4px 0 18px;
@@ -405,6 +407,10 @@ std::string_view webPageScript() {
       figure.style.order = String(familyOrder.indexOf(widget.family));
       updateFigure(widget, figure, force);
     }
+    // The screen takes the appearance's name, and goes when nothing is shown on it.
+    $("home-title").textContent = appearance() === "default" ? "Home Screen" : $("appearance").selectedOptions[0].text;
+    const anyHome = [...$("home").children].some((figure) => !figure.hidden);
+    $("home").closest("section").style.display = anyHome ? "" : "none";
     document.body.dataset.version = String(state.version);
   }
 
