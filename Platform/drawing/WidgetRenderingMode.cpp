@@ -27,10 +27,11 @@ Color keepingAlpha(const Color& from, const Color& to) {
     return c;
 }
 
-// The colours of the accented mode. UNSOURCED shades, chosen so a tinted
-// widget reads like its neighbours: in the dark, near-white content and a
-// deep tinted glass; in the light, deep tinted content on a pale wash. The
-// accent group shows the tint itself in both.
+// The colours of the accented mode. The platform does not publish its
+// shades; these are chosen so a tinted widget reads like its neighbours: in
+// the dark, near-white content and a deep tinted glass; in the light, deep
+// tinted content on a pale wash. The accent group shows the tint itself in
+// both.
 struct AccentedPalette {
     Color accent, standard, material;
     explicit AccentedPalette(Rgba tint)
@@ -47,7 +48,7 @@ struct AccentedPalette {
 // Vibrant: what shows is the material lit by the content, so a colour's
 // luminance becomes the strength (alpha) of one light colour. Dark greys
 // still show faintly rather than vanish, as secondary content should
-// (UNSOURCED curve: a quarter at black, full at white).
+// (the curve is not published: a quarter at black, full at white).
 Color vibrant(const Color& c, const Rgba& light) {
     auto one = [&](const Rgba& v) {
         Rgba out = light;
