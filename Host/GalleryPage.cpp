@@ -1,5 +1,6 @@
 #include "Host/GalleryPage.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
@@ -66,6 +67,17 @@ ul.targets li { margin: 2px 0; }
 code { font-family: ui-monospace, "DejaVu Sans Mono", monospace; font-size: 11.5px; }
 details { margin-top: 6px; font-size: 12px; }
 details ul { margin: 4px 0; padding-left: 18px; }
+.home.tinted .wallpaper { background: linear-gradient(160deg, color-mix(in srgb, var(--tint) 35%, #000),
+  color-mix(in srgb, var(--tint) 12%, #000) 70%); }
+.home.tinted.light .wallpaper { background: linear-gradient(160deg, color-mix(in srgb, var(--tint) 30%, #fff),
+  color-mix(in srgb, var(--tint) 55%, #fff) 70%); }
+.swatch { display: inline-block; width: 14px; height: 14px; border-radius: 7px; background: var(--tint);
+  vertical-align: -2px; margin: 0 4px; box-shadow: 0 0 0 1px rgba(0,0,0,.25); }
+.standby .phone { background: #000; border-radius: 44px; padding: 24px 36px; display: flex; gap: 28px;
+  justify-content: center; align-items: center; aspect-ratio: 852 / 393; box-sizing: border-box; max-width: 852px;
+  box-shadow: 0 10px 30px rgba(0,0,0,.35); margin-bottom: 18px; border: 10px solid #1c1c1e; }
+.standby .phone img { border-radius: 44px; }
+.standby figcaption { color: #8e8e93; }
 )CSS";
 
 std::string number(double value) {
@@ -97,41 +109,111 @@ class PageWriter {
         out_ += escapeHTML(manifest_.device == "pad" ? "11-inch tablet" : "6.1-inch phone");
         out_ += " · system version " + std::to_string(manifest_.systemVersion) + " · drawn for " +
                 escapeHTML(platform::formatISO8601(manifest_.now, calendar_)) + "</p>\n</header>\n";
-        for (auto scheme : {ColorScheme::light, ColorScheme::dark}) {
-            if (!hasImages(scheme, false) && !hasImages(scheme, true)) continue;
-            if (hasImages(scheme, false)) screen(scheme, false);
-            if (hasImages(scheme, true)) screen(scheme, true);
+        // Each appearance on its own screens, in the order the platform's
+        // places are usually met: home, tinted home, StandBy, lock screen.
+        for (auto appearance : kAllAppearances) {
+            if (appearance == Appearance::standBy || appearance == Appearance::standByNight) {
+                standBy(appearance);
+                continue;
+            }
+            for (auto scheme : {ColorScheme::light, ColorScheme::dark}) {
+                if (hasImages(appearance, scheme, false)) screen(appearance, scheme, false);
+                if (hasImages(appearance, scheme, true)) screen(appearance, scheme, true);
+            }
         }
         out_ += "</body>\n</html>\n";
         return std::move(out_);
     }
 
   private:
-    bool hasImages(ColorScheme scheme, bool lockScreen) const {
+    // The lock screen appearance is all lock screen, even the pad's small widget.
+    static bool onLockScreen(const ManifestImage& image) {
+        return image.appearance == Appearance::lockScreen || platform::isAccessory(image.family);
+    }
+
+    bool hasImages(Appearance appearance, ColorScheme scheme, bool lockScreen) const {
         for (const auto& image : manifest_.images)
-            if (image.scheme == scheme && platform::isAccessory(image.family) == lockScreen) return true;
+            if (image.appearance == appearance && image.scheme == scheme && onLockScreen(image) == lockScreen)
+                return true;
         return false;
     }
 
-    std::vector<const ManifestImage*> images(const std::string& kind, ColorScheme scheme, bool lockScreen,
-                                             EntryMoment moment) const {
+    std::vector<const ManifestImage*> images(Appearance appearance, const std::string& kind,
+                                             ColorScheme scheme, bool lockScreen, EntryMoment moment) const {
         std::vector<const ManifestImage*> found;
         for (const auto& image : manifest_.images)
-            if (image.kind == kind && image.scheme == scheme && image.moment == moment &&
-                platform::isAccessory(image.family) == lockScreen)
+            if (image.appearance == appearance && image.kind == kind && image.scheme == scheme &&
+                image.moment == moment && onLockScreen(image) == lockScreen)
                 found.push_back(&image);
         return found;
     }
 
-    void screen(ColorScheme scheme, bool lockScreen) {
+    // StandBy: the phone on its side, black, two small widgets side by side
+    // filling its height; a second screen for any further pair.
+    void standBy(Appearance appearance) {
+        std::vector<const ManifestImage*> shown;
+        for (const auto& image : manifest_.images)
+            if (image.appearance == appearance && image.moment == EntryMoment::now) shown.push_back(&image);
+        if (shown.empty()) return;
+        const bool night = appearance == Appearance::standByNight;
+        out_ += "<section class=\"screen standby" + std::string(night ? " night" : "") + "\">\n";
+        out_ += "<h2>StandBy · " + std::string(night ? "at night (vibrant, red)" : "by day") +
+                " · background removed</h2>\n";
+        for (std::size_t i = 0; i < shown.size(); i += 2) {
+            out_ += "<div class=\"phone\">\n";
+            for (std::size_t k = i; k < std::min(i + 2, shown.size()); ++k) {
+                const auto& image = *shown[k];
+                out_ += "<figure data-kind=\"" + escapeHTML(image.kind) + "\"><img src=\"" +
+                        escapeHTML(image.png) + "\" width=\"" + number(image.size.width) + "\" height=\"" +
+                        number(image.size.height) + "\" alt=\"" + escapeHTML(altText(image)) +
+                        "\"><figcaption>" + escapeHTML(widgetName(image.kind)) + " · <a href=\"" +
+                        escapeHTML(image.svg) + "\">SVG</a></figcaption></figure>\n";
+            }
+            out_ += "</div>\n";
+        }
+        out_ += "</section>\n";
+    }
+
+    std::string widgetName(const std::string& kind) const {
+        for (const auto& widget : manifest_.widgets)
+            if (widget.kind == kind) return widget.displayName;
+        return kind;
+    }
+
+    static std::string altText(const ManifestImage& image) {
+        std::string alt;
+        for (const auto& text : image.texts) alt += (alt.empty() ? "" : " ") + text.shown;
+        return alt;
+    }
+
+    // The tint the tinted screen's images were drawn with.
+    std::string tintOf(ColorScheme scheme) const {
+        for (const auto& image : manifest_.images)
+            if (image.appearance == Appearance::tinted && image.scheme == scheme && image.tint)
+                return *image.tint;
+        return {};
+    }
+
+    void screen(Appearance appearance, ColorScheme scheme, bool lockScreen) {
         const std::string schemeText(schemeName(scheme));
-        out_ += "<section class=\"screen " + std::string(lockScreen ? "lock " : "home ") + schemeText + "\">\n";
-        out_ += "<h2>" + std::string(lockScreen ? "Lock screen" : "Home screen") + " · " + schemeText + "</h2>\n";
+        const bool tinted = appearance == Appearance::tinted;
+        const std::string tint = tinted ? tintOf(scheme) : std::string();
+        out_ += "<section class=\"screen " + std::string(lockScreen ? "lock " : "home ") +
+                (tinted ? "tinted " : "") + schemeText + "\"" +
+                (tint.empty() ? "" : " style=\"--tint:" + escapeHTML(tint) + "\"") + ">\n";
+        out_ += "<h2>" +
+                std::string(lockScreen ? "Lock screen"
+                            : tinted   ? "Tinted home screen"
+                                       : "Home screen") +
+                " · " + schemeText;
+        if (tinted) out_ += " · tint<span class=\"swatch\"></span><code>" + escapeHTML(tint) + "</code>";
+        if (lockScreen) out_ += " · vibrant";
+        out_ += "</h2>\n";
         out_ += "<div class=\"wallpaper\">\n";
         if (lockScreen) out_ += "<div class=\"clock\">9:41</div>\n";
         for (const auto& widget : manifest_.widgets) {
-            const auto now = images(widget.kind, scheme, lockScreen, EntryMoment::now);
-            const auto later = images(widget.kind, scheme, lockScreen, EntryMoment::nextMidnight);
+            const auto now = images(appearance, widget.kind, scheme, lockScreen, EntryMoment::now);
+            const auto later = images(appearance, widget.kind, scheme, lockScreen, EntryMoment::nextMidnight);
             if (now.empty() && later.empty()) continue;
             out_ += "<article class=\"widget\" data-kind=\"" + escapeHTML(widget.kind) + "\">\n";
             out_ += "<h3>" + escapeHTML(widget.displayName) + "</h3>\n";
@@ -151,8 +233,7 @@ class PageWriter {
     void row(const std::vector<const ManifestImage*>& images, bool lockScreen) {
         out_ += "<div class=\"row\">\n";
         for (const auto* image : images) {
-            std::string alt;
-            for (const auto& text : image->texts) alt += (alt.empty() ? "" : " ") + text.shown;
+            const std::string alt = altText(*image);
             out_ += "<figure><img class=\"" + std::string(lockScreen ? "lock" : "home") + "\" src=\"" +
                     escapeHTML(image->png) + "\" width=\"" + number(image->size.width) + "\" height=\"" +
                     number(image->size.height) + "\"";

@@ -229,6 +229,7 @@ struct HostEngine::Core : std::enable_shared_from_this<Core> {
             }
             next.pictures[scheme] = std::make_shared<const platform::DisplayList>(std::move(rendered->displayList));
         }
+        next.entry = std::make_shared<const WidgetEntry>(entry);
         next.placeholder = placeholder;
         next.entryDate = entry.date();
         next.entryIndex = instance.shownIndex.value_or(0);
@@ -468,6 +469,34 @@ platform::RenderResult<std::vector<std::uint8_t>> HostEngine::png(const std::str
     if (!picture) return platform::RenderError{"no picture of " + id};
     std::lock_guard paint(core_->paintMutex);
     return core_->painter.png(*picture, scale, scheme);
+}
+
+platform::RenderResult<std::vector<std::uint8_t>> HostEngine::png(const std::string& id, platform::ColorScheme scheme,
+                                                                  double scale, Appearance appearance,
+                                                                  platform::Rgba tint) const {
+    if (appearance == Appearance::homeScreen) return png(id, scheme, scale);
+    const widget::WidgetConfiguration* widget = nullptr;
+    std::shared_ptr<const WidgetEntry> entry;
+    platform::WidgetFamily family{};
+    {
+        std::lock_guard lock(core_->mutex);
+        for (const auto& instance : core_->instances)
+            if (instance.shown.id == id) {
+                widget = instance.widget;
+                entry = instance.shown.entry;
+                family = instance.shown.family;
+            }
+    }
+    if (!widget || !entry) return platform::RenderError{"no picture of " + id};
+    const auto placement = core_->options.device.placement(appearance, family);
+    if (!placement)
+        return platform::RenderError{"the " + core_->options.device.name + " does not show " + id + " in the " +
+                                     std::string(appearanceName(appearance)) + " appearance"};
+    const auto drawnScheme = placement->scheme.value_or(scheme);
+    std::lock_guard paint(core_->paintMutex);
+    auto rendered = core_->renderer.render(*widget, *entry, family, drawnScheme, *placement, tint);
+    if (!rendered) return platform::RenderError{"no picture of " + id};
+    return core_->painter.png(rendered->displayList, scale, drawnScheme);
 }
 
 platform::RenderResult<std::string> HostEngine::svg(const std::string& id, platform::ColorScheme scheme) const {

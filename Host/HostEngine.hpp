@@ -86,6 +86,8 @@ struct InstalledWidget {
     ManifestImage image;
     // The current picture in each colour scheme the host draws.
     std::map<platform::ColorScheme, std::shared_ptr<const platform::DisplayList>> pictures;
+    // The entry those pictures show, to draw it in other appearances on demand.
+    std::shared_ptr<const widget::WidgetEntry> entry;
 
     bool isOnLockScreen() const { return platform::isAccessory(family); }
 };
@@ -160,6 +162,12 @@ class HostEngine {
     // The picture of widget `id` in `scheme`, encoded while no other drawing runs.
     platform::RenderResult<std::vector<std::uint8_t>> png(const std::string& id, platform::ColorScheme scheme,
                                                           double scale) const;
+    // The same in another appearance (drawn when asked, from the entry shown:
+    // the page switches appearances without the host drawing them all);
+    // an error where the device does not show the widget's family there.
+    platform::RenderResult<std::vector<std::uint8_t>> png(const std::string& id, platform::ColorScheme scheme,
+                                                          double scale, Appearance appearance,
+                                                          platform::Rgba tint) const;
     platform::RenderResult<std::string> svg(const std::string& id, platform::ColorScheme scheme) const;
 
   private:

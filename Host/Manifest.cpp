@@ -1,5 +1,9 @@
 #include "Host/Manifest.hpp"
 
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
 #include "Host/TargetsJSON.hpp"
 #include "Platform/coding/JSONWriter.hpp"
 #include "Platform/time/ISO8601.hpp"
@@ -12,7 +16,17 @@ std::string_view schemeName(platform::ColorScheme scheme) {
     return scheme == platform::ColorScheme::dark ? "dark" : "light";
 }
 
-std::string_view momentName(EntryMoment moment) { return moment == EntryMoment::now ? "now" : "nextMidnight"; }
+std::string hexColor(platform::Rgba color) {
+    auto byte = [](double v) { return static_cast<int>(std::lround(std::clamp(v, 0.0, 1.0) * 255)); };
+    char buffer[8];
+    std::snprintf(buffer, sizeof buffer, "#%02x%02x%02x", byte(color.red), byte(color.green),
+                  byte(color.blue));
+    return buffer;
+}
+
+std::string_view momentName(EntryMoment moment) {
+    return moment == EntryMoment::now ? "now" : "nextMidnight";
+}
 
 void ManifestImage::describe(const platform::DisplayList& list, const TapRules& rules) {
     size = list.size;
@@ -35,6 +49,11 @@ void writeImage(JSONWriter& json, const ManifestImage& image, const platform::Ca
     json.key("kind").string(image.kind);
     json.key("family").string(platform::name(image.family));
     json.key("scheme").string(schemeName(image.scheme));
+    json.key("appearance").string(appearanceName(image.appearance));
+    json.key("renderingMode").string(renderingModeName(image.renderingMode));
+    json.key("showsContainerBackground").boolean(image.showsContainerBackground);
+    json.key("tint");
+    writeOptional(json, image.tint);
     json.key("entryDate").string(platform::formatISO8601(image.entryDate, calendar));
     json.key("moment").string(momentName(image.moment));
     json.key("device").string(image.device);

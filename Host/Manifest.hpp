@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "Host/DeviceProfile.hpp"
 #include "Host/TapRules.hpp"
 #include "Platform/drawing/Color.hpp"
 #include "Platform/drawing/DisplayList.hpp"
@@ -37,6 +38,10 @@ struct ManifestImage {
     std::string kind;
     platform::WidgetFamily family = platform::WidgetFamily::systemSmall;
     platform::ColorScheme scheme = platform::ColorScheme::light;
+    Appearance appearance = Appearance::homeScreen;
+    platform::WidgetRenderingMode renderingMode = platform::WidgetRenderingMode::fullColor;
+    bool showsContainerBackground = true;
+    std::optional<std::string> tint;  // "#rrggbb", in the accented mode
     platform::Date entryDate;
     EntryMoment moment = EntryMoment::now;
     bool placeholder = false;  // the provider did not answer in time
@@ -70,6 +75,7 @@ struct Manifest {
 };
 
 std::string_view schemeName(platform::ColorScheme scheme);
+std::string hexColor(platform::Rgba color);  // "#rrggbb"
 std::string_view momentName(EntryMoment moment);
 
 }  // namespace qrv::host

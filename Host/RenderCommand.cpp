@@ -1,8 +1,8 @@
 // qrv-widgets render --out DIR: draws every widget the bundle offers, in every
 // family it supports, from the timelines its providers answer, into DIR as PNG
 // and SVG with manifest.json and an index.html gallery. Repeated --device,
-// --os, --locale and --scheme draw their product (the render matrix) into one
-// gallery. Progress goes to standard error, one line per image (on a terminal,
+// --os, --locale, --scheme and --appearance draw their product (the render
+// matrix) into one gallery. Progress goes to standard error, one line per image (on a terminal,
 // one updating line); the last line on standard output is the path of
 // index.html.
 #include <unistd.h>
@@ -20,6 +20,7 @@
 #include "Host/Options.hpp"
 #include "Host/RenderGallery.hpp"
 #include "Host/RenderWidget.hpp"
+#include "Platform/drawing/WidgetRenderingMode.hpp"
 #include "Platform/locale/Locale.hpp"
 #include "Widget/Widgets/QRVWidgets.hpp"
 
@@ -63,7 +64,7 @@ const std::vector<MatrixAxis>& matrixAxes() {
         {"--device", "DEVICE", "Device: phone (6.1-inch) or pad (11-inch), repeatable (default: phone)", "phone",
          oneOf({"phone", "pad"}), [](MatrixCell& cell, const std::string& value) { cell.device = value; },
          ""},
-        {"--os", "VERSION", "System version: 16, 17 or 18, repeatable (default: 17)", "17",
+        {"--os", "VERSION", "System version: 16, 17 or 18, repeatable (default: 17; 18 with --appearance tinted)", "17",
          oneOf({"16", "17", "18"}),
          [](MatrixCell& cell, const std::string& value) { cell.os = std::stoi(value); }, "os"},
         {"--locale", "LOCALE",
@@ -94,6 +95,8 @@ struct RenderOptions {
     double scale = 2;
     std::string now;
     std::string container;
+    std::vector<std::string> appearances;
+    std::string tint;
     double wait = kDefaultWaitSeconds;
     unsigned jobs = 0;
 };
@@ -108,6 +111,11 @@ std::vector<MatrixCell> matrixCells(const RenderOptions& options) {
         for (const auto& value : options.axisValues[a])
             if (std::find(values.begin(), values.end(), value) == values.end()) values.push_back(value);
         if (values.empty()) values.push_back(axis.defaultValue);
+        // The tinted home screen came with system 18: asked for without a
+        // version, it is drawn there.
+        if (options.axisValues[a].empty() && axis.option == "--os" &&
+            std::find(options.appearances.begin(), options.appearances.end(), "tinted") != options.appearances.end())
+            values = {"18"};
         std::vector<MatrixCell> product;
         for (const auto& cell : cells)
             for (const auto& value : values) {
@@ -130,6 +138,17 @@ int run(const RenderOptions& options) {
 
     GalleryOptions gallery;
     gallery.out = options.out;
+    if (!options.appearances.empty()) {
+        // Each appearance once, in the order given.
+        gallery.appearances.clear();
+        for (const auto& name : options.appearances) {
+            const auto appearance = *appearanceNamed(name);
+            if (std::find(gallery.appearances.begin(), gallery.appearances.end(), appearance) ==
+                gallery.appearances.end())
+                gallery.appearances.push_back(appearance);
+        }
+    }
+    if (!options.tint.empty()) gallery.tint = *platform::parseHexColor(options.tint);
     gallery.scale = options.scale;
     gallery.wait = waitDuration(options.wait);
     gallery.language = platform::Locale::current().languageCode();
@@ -203,6 +222,23 @@ const CommandRegistration renderCommand{"render", [](CLI::App& app) {
             ->type_name(axis.typeName)
             ->check(CLI::Validator([check = axis.check](std::string& value) { return check(value); }, axis.typeName));
     }
+    std::vector<std::string> appearanceNames;
+    for (auto a : kAllAppearances) appearanceNames.emplace_back(appearanceName(a));
+    command
+        ->add_option("--appearance", options->appearances,
+                     "Where the widgets are seen (repeatable): default (the home screen, and the lock-screen "
+                     "families), tinted (the tinted home screen, system 18), standby, standby-night or lock-screen "
+                     "(default: default)")
+        ->type_name("APPEARANCE")
+        ->check(CLI::IsMember(appearanceNames));
+    command->add_option("--tint", options->tint, "The tinted home screen's colour, #RRGGBB (default: #f2c24d, a warm gold)")
+        ->type_name("COLOR")
+        ->check(CLI::Validator(
+            [](std::string& text) -> std::string {
+                if (platform::parseHexColor(text)) return {};
+                return "not a colour (#RRGGBB): " + text;
+            },
+            "COLOR"));
     command->add_option("--scale", options->scale, "PNG pixels per point: 1, 2 or 3 (default: 2)")
         ->type_name("N")
         ->check(CLI::IsMember({1, 2, 3}));

@@ -66,6 +66,9 @@ std::vector<Request> requestsFor(const std::vector<widget::WidgetConfiguration>&
                 continue;
             const auto size = options.device.size(family);
             if (!size) continue;
+            if (std::none_of(options.appearances.begin(), options.appearances.end(),
+                             [&](Appearance a) { return options.device.placement(a, family).has_value(); }))
+                continue;
             requests.push_back({&widget, provider, family, {family, size->display, false}});
         }
     }
@@ -279,8 +282,16 @@ GalleryResult renderMatrix(const std::vector<GalleryCell>& cells, const GalleryO
         GalleryOptions cellOptions = options;
         cellOptions.device = cell.device;
         work.push_back({requestsFor(cell.widgets, cellOptions, environment), platform::Locale::current().identifier()});
-        if (work.back().requests.empty())
-            throw NothingToDraw("none of the chosen widgets supports the chosen families here");
+        if (work.back().requests.empty()) {
+            std::string appearances;
+            for (auto a : options.appearances)
+                appearances += (appearances.empty() ? "" : ", ") + std::string(appearanceName(a));
+            throw NothingToDraw(
+                "none of the chosen widgets supports the chosen families in the appearances chosen (" +
+                appearances + ") on the " + cell.device.name + " with system version " +
+                std::to_string(cell.device.systemVersion) +
+                " (tinted needs system 18; StandBy is the phone's, small widgets only)");
+        }
     }
     manifest.locale = work.front().locale;
     std::error_code error;
@@ -300,32 +311,49 @@ GalleryResult renderMatrix(const std::vector<GalleryCell>& cells, const GalleryO
         for (const auto& shown : shownEntries(work[c].requests, timelines, manifest.now)) {
             const auto& request = *shown.request;
             const std::string name = hostWidgetName(request.widget->kind());
-            for (auto scheme : cell.schemes) {
-                auto rendered = renderer.render(*request.widget, shown.entry, request.family, scheme);
-                if (!rendered) continue;
-                if (shown.placeholder) rendered->displayList = redactedDisplayList(rendered->displayList);
-                ManifestImage image;
-                image.kind = request.widget->kind();
-                image.family = request.family;
-                image.scheme = scheme;
-                image.entryDate = shown.entry.date();
-                image.moment = shown.moment;
-                image.placeholder = shown.placeholder;
-                image.device = cell.device.name;
-                image.systemVersion = cell.device.systemVersion;
-                image.locale = work[c].locale;
-                const std::string stem = name + "-" + std::string(platform::name(request.family)) + "-" +
-                                         std::string(schemeName(scheme)) +
-                                         (shown.moment == EntryMoment::nextMidnight ? "-midnight" : "");
-                image.png = relative(cell.folder, stem + ".png");
-                image.svg = relative(cell.folder, stem + ".svg");
-                image.describe(rendered->displayList, TapRules{request.family, cell.device.systemVersion});
-                std::ostringstream line;
-                line << name << ' ' << platform::name(request.family) << ' ' << schemeName(scheme) << ' '
-                     << momentName(shown.moment) << (shown.placeholder ? " (placeholder)" : "") << ": " << image.png;
-                pool.draw(std::move(rendered->displayList), scheme, options.scale, options.out / image.png,
-                          options.out / image.svg, line.str());
-                manifest.images.push_back(std::move(image));
+            for (auto appearance : options.appearances) {
+                const auto placement = cell.device.placement(appearance, request.family);
+                if (!placement) continue;
+                // The home screen appearance shows the lock-screen families as ever:
+                // in the schemes asked for.
+                auto schemes = cell.schemes;
+                if (placement->scheme && appearance != Appearance::homeScreen) schemes = {*placement->scheme};
+                for (auto scheme : schemes) {
+                    auto rendered =
+                        renderer.render(*request.widget, shown.entry, request.family, scheme, *placement, options.tint);
+                    if (!rendered) continue;
+                    if (shown.placeholder) rendered->displayList = redactedDisplayList(rendered->displayList);
+                    ManifestImage image;
+                    image.kind = request.widget->kind();
+                    image.family = request.family;
+                    image.scheme = scheme;
+                    image.appearance = appearance;
+                    image.renderingMode = placement->renderingMode;
+                    image.showsContainerBackground = placement->showsContainerBackground;
+                    if (image.renderingMode == platform::WidgetRenderingMode::accented)
+                        image.tint = hexColor(options.tint);
+                    image.entryDate = shown.entry.date();
+                    image.moment = shown.moment;
+                    image.placeholder = shown.placeholder;
+                    image.device = cell.device.name;
+                    image.systemVersion = cell.device.systemVersion;
+                    image.locale = work[c].locale;
+                    const std::string look =
+                        appearance == Appearance::homeScreen ? std::string() : std::string(appearanceName(appearance));
+                    const std::string stem = name + "-" + std::string(platform::name(request.family)) + "-" +
+                                             std::string(schemeName(scheme)) + (look.empty() ? "" : "-" + look) +
+                                             (shown.moment == EntryMoment::nextMidnight ? "-midnight" : "");
+                    image.png = relative(cell.folder, stem + ".png");
+                    image.svg = relative(cell.folder, stem + ".svg");
+                    image.describe(rendered->displayList, TapRules{request.family, cell.device.systemVersion});
+                    std::ostringstream line;
+                    line << name << ' ' << platform::name(request.family) << ' ' << schemeName(scheme) << ' '
+                         << (look.empty() ? "" : look + " ") << momentName(shown.moment)
+                         << (shown.placeholder ? " (placeholder)" : "") << ": " << image.png;
+                    pool.draw(std::move(rendered->displayList), scheme, options.scale, options.out / image.png,
+                              options.out / image.svg, line.str());
+                    manifest.images.push_back(std::move(image));
+                }
             }
         }
     }

@@ -4,7 +4,7 @@
 // timeline as the widget host asks (all requests at once; whatever has not
 // answered by the end of the wait shows its placeholder, as on the phone), and
 // the entry shown now and the one that takes over at the next midnight are
-// drawn in each colour scheme to PNG and SVG. manifest.json and index.html
+// drawn in each appearance and colour scheme to PNG and SVG. manifest.json and index.html
 // describe the result.
 #include <chrono>
 #include <filesystem>
@@ -16,6 +16,7 @@
 #include "Host/DeviceProfile.hpp"
 #include "Host/Manifest.hpp"
 #include "Platform/drawing/Color.hpp"
+#include "Platform/drawing/WidgetRenderingMode.hpp"
 #include "Widget/Cache/WidgetDataCacheReaderEnvironment.hpp"
 #include "Widget/Widgets/WidgetConfiguration.hpp"
 
@@ -28,7 +29,11 @@ struct GalleryOptions {
     std::vector<std::string> widgets;  // kinds or the host's short names
     std::vector<platform::WidgetFamily> families;
     std::vector<platform::ColorScheme> schemes{platform::ColorScheme::light, platform::ColorScheme::dark};
-    double scale = 2;  // PNG pixels per point
+    // Each family is drawn in every appearance that shows it on the device;
+    // a placement with a scheme of its own is drawn in that scheme alone.
+    std::vector<Appearance> appearances{Appearance::homeScreen};
+    platform::Rgba tint = platform::RenderingModeStyle::defaultWidgetTint();  // the tinted home screen's
+    double scale = 2;                                                         // PNG pixels per point
     std::chrono::milliseconds wait{2000};
     std::string language = "en";  // of a page whose images record no locale
     unsigned workers = 0;          // threads that paint and encode; 0: one per core

@@ -14,8 +14,11 @@ using platform::DisplayList;
 using platform::Rect;
 
 std::optional<RenderedWidget> WidgetRenderer::render(const widget::WidgetConfiguration& widget,
-                                                     const widget::WidgetEntry& entry, platform::WidgetFamily family,
-                                                     platform::ColorScheme scheme) const {
+                                                     const widget::WidgetEntry& entry,
+                                                     platform::WidgetFamily family,
+                                                     platform::ColorScheme scheme,
+                                                     const WidgetPlacement& placement,
+                                                     platform::Rgba tint) const {
     const auto size = device_.size(family);
     if (!size) return std::nullopt;
     // The fonts that grow on the tablet read the idiom while the view is built.
@@ -30,8 +33,10 @@ std::optional<RenderedWidget> WidgetRenderer::render(const widget::WidgetConfigu
     options.layoutDirection = platform::Locale::current().isRightToLeft() ? platform::LayoutDirection::rightToLeft
                                                                          : platform::LayoutDirection::leftToRight;
     options.contentMargins = device_.contentMargins(family, widget.contentMarginsAreDisabled());
-    // The lock screen draws widgets without their container background.
-    options.showsContainerBackground = !platform::isAccessory(family);
+    // The lock screen draws widgets vibrant, without their container background.
+    const bool lock = platform::isAccessory(family);
+    options.showsContainerBackground = placement.showsContainerBackground && !lock;
+    options.renderingMode = lock ? platform::WidgetRenderingMode::vibrant : placement.renderingMode;
 
     const auto content = widget.content(entry, family, scheme);
     auto tree = painter_.layout(content.body(), options);
@@ -41,8 +46,14 @@ std::optional<RenderedWidget> WidgetRenderer::render(const widget::WidgetConfigu
         ++passes;
     }
     RenderedWidget rendered{platform::record(tree, options.showsContainerBackground), *size, passes};
-    if (size->isScaled())
-        rendered.displayList = scaledDisplayList(rendered.displayList, size->scaleX(), size->scaleY());
+    rendered.displayList = platform::applyRenderingMode(
+        std::move(rendered.displayList),
+        platform::RenderingModeStyle{options.renderingMode, tint, placement.lowLight});
+    const double sx = size->scaleX() * placement.scale, sy = size->scaleY() * placement.scale;
+    if (sx != 1 || sy != 1) {
+        rendered.displayList = scaledDisplayList(rendered.displayList, sx, sy);
+        rendered.size.display = {size->layout.width * sx, size->layout.height * sy};
+    }
     return rendered;
 }
 

@@ -13,6 +13,7 @@
 
 #include "Host/DeviceProfile.hpp"
 #include "Platform/drawing/CairoPainter.hpp"
+#include "Platform/drawing/WidgetRenderingMode.hpp"
 #include "Platform/timeline/Timeline.hpp"
 #include "Widget/Widgets/WidgetConfiguration.hpp"
 
@@ -34,9 +35,13 @@ class WidgetRenderer {
 
     const DeviceProfile& device() const { return device_; }
 
-    // Nothing when the device has no such family.
-    std::optional<RenderedWidget> render(const widget::WidgetConfiguration& widget, const widget::WidgetEntry& entry,
-                                         platform::WidgetFamily family, platform::ColorScheme scheme) const;
+    // Nothing when the device has no such family. The placement's rendering
+    // mode (with `tint` when accented) is applied to the recorded list, and
+    // its scale after the device's.
+    std::optional<RenderedWidget> render(
+        const widget::WidgetConfiguration& widget, const widget::WidgetEntry& entry,
+        platform::WidgetFamily family, platform::ColorScheme scheme, const WidgetPlacement& placement = {},
+        platform::Rgba tint = platform::RenderingModeStyle::defaultWidgetTint()) const;
 
   private:
     const platform::Painter& painter_;

@@ -41,6 +41,17 @@ std::string_view webPageHTML() {
         <option value="dark">Dark</option>
       </select>
     </label>
+    <label>Appearance
+      <select id="appearance" data-testid="appearance">
+        <option value="default">Home Screen</option>
+        <option value="dark">Home Screen · dark</option>
+        <option value="tinted">Home Screen · tinted</option>
+        <option value="lock-screen">Lock Screen</option>
+        <option value="standby">StandBy</option>
+        <option value="standby-night">StandBy at night</option>
+      </select>
+    </label>
+    <input id="tint" type="color" value="#f2c24c" title="The tint of the tinted home screen" aria-label="Tint" hidden>
     <label><input id="show-regions" type="checkbox"> Tap regions</label>
     <button id="reload" title="Ask every widget for a new timeline">Reload all</button>
   </div>
@@ -52,7 +63,7 @@ std::string_view webPageHTML() {
       <div id="home" class="home-grid"></div>
     </div>
   </section>
-  <section class="screen" aria-labelledby="lock-title">
+  <section class="screen lock-screen" aria-labelledby="lock-title">
     <h2 id="lock-title">Lock Screen</h2>
     <div class="frame lock-frame">
       <div id="lock-inline" class="lock-inline"></div>
@@ -106,8 +117,19 @@ main { display: flex; flex-wrap: wrap; gap: 32px; justify-content: center; paddi
 .frame { border-radius: 44px; padding: 28px 22px 34px; border: 10px solid #1c1c1e; box-shadow: 0 12px 40px rgba(0,0,0,.25); }
 .home-frame { background: linear-gradient(160deg, #6d8ff0 0%, #a78bfa 45%, #f0abfc 100%); }
 body.dark .home-frame { background: linear-gradient(160deg, #1e2a5a 0%, #3b2c6b 50%, #5a2a58 100%); }
+body.appearance-tinted .home-frame { background: linear-gradient(160deg, color-mix(in srgb, var(--tint) 30%, #000),
+  color-mix(in srgb, var(--tint) 10%, #000)); }
+body.appearance-standby .home-frame, body.appearance-standby-night .home-frame { background: #000; }
+body.appearance-lock-screen .home-frame { background: linear-gradient(180deg, #0f172a 0%, #1e3a5f 60%, #3b5b7d 100%); }
+body.appearance-standby .lock-screen, body.appearance-standby-night .lock-screen,
+body.appearance-tinted .lock-screen { display: none; }
+figure.widget[hidden] { display: none; }
 .home-grid { display: flex; flex-wrap: wrap; align-content: flex-start; width: var(--grid-width, 338px);
   gap: 26px var(--grid-gap, 22px); }
+/* StandBy: the phone on its side, the two small widgets next to each other. */
+body.appearance-standby .home-grid, body.appearance-standby-night .home-grid { width: auto; flex-wrap: nowrap;
+  gap: 28px; justify-content: center; align-items: center; }
+body.appearance-standby .home-frame, body.appearance-standby-night .home-frame { padding: 24px 40px; }
 .lock-frame { background: linear-gradient(180deg, #0f172a 0%, #1e3a5f 60%, #3b5b7d 100%); color: #fff;
   width: calc(var(--grid-width, 338px) + 64px); min-height: 420px; display: flex; flex-direction: column; align-items: center; }
 .lock-time { font-size: 76px; font-weight: 600; letter-spacing: -1px; line-height: 1; margin: 4px 0 18px;
@@ -158,10 +180,14 @@ std::string_view webPageScript() {
   let fetchedAt = 0;
   let shownVersion = -1;
   let schemeChoice = null;
+  let appearanceChoice = "default";
+  // The appearance pictures are asked in ("dark" is the home screen in the dark scheme).
+  function appearance() { return appearanceChoice === "dark" ? "default" : appearanceChoice; }
   const figures = new Map();
   const darkQuery = window.matchMedia("(prefers-color-scheme: dark)");
 
   function scheme() {
+    if (appearanceChoice === "dark") return "dark";
     const choice = schemeChoice || (state && state.scheme) || "system";
     if (choice === "light" || choice === "dark") return choice;
     return darkQuery.matches ? "dark" : "light";
@@ -300,12 +326,20 @@ std::string_view webPageScript() {
 
   function updateFigure(widget, figure, force) {
     const surface = figure.querySelector(".surface");
+    // Only the families the device shows in this appearance, at its size there
+    // (StandBy draws the small widget larger).
+    const shownHere = appearance() === "default" ? { scale: 1 } : (widget.appearances || {})[appearance()];
+    figure.hidden = !shownHere;
+    const scale = shownHere ? shownHere.scale : 1;
     // The caption wraps under its widget instead of widening the grid cell.
-    figure.style.width = `${widget.size.width}px`;
+    figure.style.width = `${widget.size.width * scale}px`;
     surface.style.width = `${widget.size.width}px`;
     surface.style.height = `${widget.size.height}px`;
+    surface.style.zoom = String(scale);
     const version = String(widget.version);
-    const wanted = `/api/widgets/${widget.id}/${scheme()}.png?v=${version}`;
+    let wanted = `/api/widgets/${widget.id}/${scheme()}.png?v=${version}`;
+    if (appearance() !== "default") wanted += `&appearance=${appearance()}`;
+    if (appearance() === "tinted") wanted += `&tint=${encodeURIComponent($("tint").value)}`;
     const img = surface.querySelector("img");
     if (force || img.dataset.src !== wanted) {
       // Swap once the new picture is loaded, so the widget never blinks.
@@ -348,6 +382,15 @@ std::string_view webPageScript() {
   function render(force) {
     if (!state) return;
     document.body.classList.toggle("dark", scheme() === "dark");
+    for (const name of ["tinted", "lock-screen", "standby", "standby-night"])
+      document.body.classList.toggle(`appearance-${name}`, appearance() === name);
+    document.body.style.setProperty("--tint", $("tint").value);
+    document.body.dataset.appearance = appearance();
+    // Only the appearances the device has (the tinted home screen came with system 18).
+    for (const option of $("appearance").options) {
+      const name = option.value === "dark" ? "default" : option.value;
+      option.disabled = !state.widgets.some((w) => (w.appearances || {})[name]);
+    }
     $("device").textContent = `${state.deviceDescription} · system ${state.os}`;
     const smalls = state.widgets.filter((w) => w.family === "systemSmall");
     const mediums = state.widgets.filter((w) => w.family === "systemMedium");
@@ -365,6 +408,10 @@ std::string_view webPageScript() {
       figure.style.order = String(familyOrder.indexOf(widget.family));
       updateFigure(widget, figure, force);
     }
+    // The screen takes the appearance's name, and goes when nothing is shown on it.
+    $("home-title").textContent = appearance() === "default" ? "Home Screen" : $("appearance").selectedOptions[0].text;
+    const anyHome = [...$("home").children].some((figure) => !figure.hidden);
+    $("home").closest("section").style.display = anyHome ? "" : "none";
     document.body.dataset.version = String(state.version);
   }
 
@@ -446,6 +493,13 @@ std::string_view webPageScript() {
     poll();
   });
   $("scheme").addEventListener("change", (event) => { schemeChoice = event.target.value; render(true); });
+  // Appearances switch on the page: the host draws each picture when it is asked for.
+  $("appearance").addEventListener("change", (event) => {
+    appearanceChoice = event.target.value;
+    $("tint").hidden = appearanceChoice !== "tinted";
+    render(true);
+  });
+  $("tint").addEventListener("input", () => render(true));
   $("show-regions").addEventListener("change", (event) => document.body.classList.toggle("regions", event.target.checked));
   darkQuery.addEventListener("change", () => render(true));
 

@@ -10,6 +10,7 @@
 #include "Host/Options.hpp"
 #include "Host/WebPage.hpp"
 #include "Platform/coding/JSONWriter.hpp"
+#include "Platform/drawing/WidgetRenderingMode.hpp"
 
 namespace qrv::host {
 
@@ -178,7 +179,22 @@ void WebServer::routes() {
                    const std::string id = request.matches[1];
                    const auto scheme = *schemeNamed(request.matches[2]);
                    if (request.matches[3] == "png") {
-                       auto png = engine_.png(id, scheme, kPictureScale);
+                       // ?appearance=tinted&tint=#rrggbb: the picture where the page shows it.
+                       auto appearance = Appearance::homeScreen;
+                       auto tint = platform::RenderingModeStyle::defaultWidgetTint();
+                       if (request.has_param("appearance")) {
+                           const auto named = appearanceNamed(request.get_param_value("appearance"));
+                           if (!named)
+                               return sendError(response, 400,
+                                                "unknown appearance " + request.get_param_value("appearance"));
+                           appearance = *named;
+                       }
+                       if (request.has_param("tint")) {
+                           const auto color = platform::parseHexColor(request.get_param_value("tint"));
+                           if (!color) return sendError(response, 400, "the tint is not a colour (#RRGGBB)");
+                           tint = *color;
+                       }
+                       auto png = engine_.png(id, scheme, kPictureScale, appearance, tint);
                        if (!png) return sendError(response, 404, png.error());
                        const auto& bytes = png.value();
                        response.set_content(std::string(bytes.begin(), bytes.end()), "image/png");

@@ -166,7 +166,8 @@ std::variant<ClockSetting, BadRequest> clockSetting(const Fields& fields,
 
 namespace {
 
-void writeWidget(JSONWriter& json, const InstalledWidget& widget, const platform::Calendar& calendar) {
+void writeWidget(JSONWriter& json, const InstalledWidget& widget, const platform::Calendar& calendar,
+                 const DeviceProfile& device) {
     const auto& image = widget.image;
     json.beginObject();
     json.key("id").string(widget.id);
@@ -175,6 +176,12 @@ void writeWidget(JSONWriter& json, const InstalledWidget& widget, const platform
     json.key("displayName").string(widget.displayName);
     json.key("family").string(platform::name(widget.family));
     json.key("screen").string(widget.isOnLockScreen() ? "lock" : "home");
+    // Where else the device shows it, and how much larger it is drawn there.
+    json.key("appearances").beginObject();
+    for (auto appearance : kAllAppearances)
+        if (const auto placement = device.placement(appearance, widget.family))
+            json.key(appearanceName(appearance)).beginObject().key("scale").number(placement->scale).endObject();
+    json.endObject();
     json.key("version").integer(static_cast<std::int64_t>(widget.version));
     json.key("placeholder").boolean(widget.placeholder);
     json.key("entryDate");
@@ -225,7 +232,7 @@ std::string stateJSON(const HostSnapshot& snapshot, const HostEngine& engine, co
     json.key("scheme").string(options.scheme);
     json.key("language").string(options.language);
     json.key("widgets").beginArray();
-    for (const auto& widget : snapshot.widgets) writeWidget(json, widget, calendar);
+    for (const auto& widget : snapshot.widgets) writeWidget(json, widget, calendar, engine.device());
     json.endArray();
     json.endObject();
     return std::move(json).take();

@@ -13,8 +13,10 @@
 #include <png.h>
 #include <zlib.h>
 
+#include <algorithm>
 #include <cmath>
 #include <csetjmp>
+#include <cstdint>
 #include <cstdio>
 #include <map>
 #include <set>
@@ -312,13 +314,18 @@ private:
         pango_cairo_show_layout(cr_, layout);
         cairo_new_path(cr_);
     }
+    // Group markers are read by the rendering mode; they draw nothing.
+    void apply(const op::BeginWidgetGroup&) {}
+    void apply(const op::EndWidgetGroup&) {}
     void apply(const op::DrawImage& i) {
         if (i.rect.isEmpty()) return;
         RsvgHandle* h = icons_.handle(i.name);
         if (!h) return;
         RsvgRectangle viewport{i.rect.minX(), i.rect.minY(), i.rect.width(), i.rect.height()};
         GError* error = nullptr;
-        if (i.tint) {
+        if (i.tint && i.luminance) {
+            drawLuminance(h, i, &error);
+        } else if (i.tint) {
             cairo_push_group(cr_);
             rsvg_handle_render_document(h, cr_, &viewport, &error);
             PatternPtr silhouette(cairo_pop_group(cr_));
@@ -331,6 +338,40 @@ private:
             std::fprintf(stderr, "drawing: icon \"%s\" failed to draw: %s\n", i.name.c_str(), error->message);
             g_error_free(error);
         }
+    }
+
+    // The icon drawn into pixels of its own (at the device's resolution), each
+    // pixel's luminance turned into alpha, then the tint painted through it.
+    void drawLuminance(RsvgHandle* h, const op::DrawImage& i, GError** error) {
+        double pw = i.rect.width(), ph = i.rect.height();
+        cairo_user_to_device_distance(cr_, &pw, &ph);
+        const int w = std::clamp(static_cast<int>(std::ceil(std::abs(pw))), 1, 4096);
+        const int hgt = std::clamp(static_cast<int>(std::ceil(std::abs(ph))), 1, 4096);
+        SurfacePtr pixels(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, w, hgt));
+        {
+            CairoPtr icon(cairo_create(pixels.get()));
+            RsvgRectangle viewport{0, 0, static_cast<double>(w), static_cast<double>(hgt)};
+            rsvg_handle_render_document(h, icon.get(), &viewport, error);
+        }
+        cairo_surface_flush(pixels.get());
+        unsigned char* data = cairo_image_surface_get_data(pixels.get());
+        const int stride = cairo_image_surface_get_stride(pixels.get());
+        for (int y = 0; y < hgt; ++y) {
+            auto* row = reinterpret_cast<std::uint32_t*>(data + static_cast<std::ptrdiff_t>(y) * stride);
+            for (int x = 0; x < w; ++x) {
+                const std::uint32_t p = row[x];  // premultiplied, so this is luminance times alpha
+                const double luma =
+                    0.2126 * ((p >> 16) & 0xff) + 0.7152 * ((p >> 8) & 0xff) + 0.0722 * (p & 0xff);
+                row[x] = static_cast<std::uint32_t>(std::lround(std::min(luma, 255.0))) << 24;
+            }
+        }
+        cairo_surface_mark_dirty(pixels.get());
+        cairo_save(cr_);
+        cairo_translate(cr_, i.rect.minX(), i.rect.minY());
+        cairo_scale(cr_, i.rect.width() / w, i.rect.height() / hgt);
+        setSource(cr_, *i.tint, scheme_);
+        cairo_mask_surface(cr_, pixels.get(), 0, 0);
+        cairo_restore(cr_);
     }
 
     cairo_t* cr_;

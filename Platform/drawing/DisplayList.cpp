@@ -82,6 +82,15 @@ const char* weightName(FontWeight w) {
     return names[static_cast<int>(w)];
 }
 
+const char* accentedModeName(WidgetAccentedRenderingMode m) {
+    static const char* names[] = {"fullColor", "desaturated", "accentedDesaturated", "accented"};
+    return names[static_cast<int>(m)];
+}
+const char* groupName(WidgetGroup g) {
+    static const char* names[] = {"default", "accent", "container-background"};
+    return names[static_cast<int>(g)];
+}
+
 std::string font(const Font& f) { return f.family + " " + num(f.size) + " " + weightName(f.weight); }
 
 std::string stroke(const StrokeStyle& s) {
@@ -150,8 +159,16 @@ std::string toText(const DisplayList& list) {
                        },
                        [&](const op::DrawImage& i) {
                            line("image " + quoted(i.name) + " rect=" + rect(i.rect) +
-                                (i.tint ? " tint=" + color(*i.tint) : std::string()));
+                                (i.tint ? " tint=" + color(*i.tint) : std::string()) +
+                                (i.luminance ? " luminance" : "") +
+                                (i.accentedMode != WidgetAccentedRenderingMode::desaturated
+                                     ? std::string(" accented-mode=") + accentedModeName(i.accentedMode)
+                                     : std::string()));
                        },
+                       [&](const op::BeginWidgetGroup& g) {
+                           line(std::string("group ") + groupName(g.group)), ++depth;
+                       },
+                       [&](const op::EndWidgetGroup&) { --depth, line("end-group"); },
                    },
                    o);
     }

@@ -11,6 +11,11 @@
 //                                draw content, then a mask; the content shows
 //                                where the mask is opaque
 //   FillPath / StrokePath / DrawText / DrawImage
+//   BeginWidgetGroup ... EndWidgetGroup
+//                                the ops between belong to an accent group or
+//                                the container background (nested; recorded only
+//                                when the rendering mode is not full colour, and
+//                                painted as nothing: the rendering mode reads them)
 // Coordinates are absolute widget points: layout has already placed
 // everything, and transform ops appear only for rotation and scale effects.
 // Colours keep both variants; the painter resolves them with the colour scheme.
@@ -96,19 +101,31 @@ struct DrawText {
     friend bool operator==(const DrawText&, const DrawText&) = default;
 };
 // An icon fitted into `rect` (keeping its aspect ratio, centred). With a
-// tint, the icon is a silhouette filled with the tint.
+// tint, the icon is a silhouette filled with the tint; with `luminance` too,
+// the icon's luminance is the tint's alpha (a desaturated icon). `accentedMode`
+// is the image's accented rendering mode, for the rendering mode to read.
 struct DrawImage {
     std::string name{};
     Rect rect{};
     std::optional<Color> tint{};
+    bool luminance = false;
+    WidgetAccentedRenderingMode accentedMode = WidgetAccentedRenderingMode::desaturated;
     friend bool operator==(const DrawImage&, const DrawImage&) = default;
+};
+struct BeginWidgetGroup {
+    WidgetGroup group = WidgetGroup::accent;
+    friend bool operator==(const BeginWidgetGroup&, const BeginWidgetGroup&) = default;
+};
+struct EndWidgetGroup {
+    friend bool operator==(const EndWidgetGroup&, const EndWidgetGroup&) = default;
 };
 
 }  // namespace op
 
-using DrawOp = std::variant<op::Save, op::Restore, op::Translate, op::Rotate, op::Scale, op::ClipPath, op::PushGroup,
-                            op::PopGroup, op::PushMask, op::PopMask, op::FillPath, op::StrokePath, op::DrawText,
-                            op::DrawImage>;
+using DrawOp =
+    std::variant<op::Save, op::Restore, op::Translate, op::Rotate, op::Scale, op::ClipPath, op::PushGroup,
+                 op::PopGroup, op::PushMask, op::PopMask, op::FillPath, op::StrokePath, op::DrawText,
+                 op::DrawImage, op::BeginWidgetGroup, op::EndWidgetGroup>;
 
 struct LinkTarget {
     std::string url{};

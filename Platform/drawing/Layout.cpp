@@ -554,6 +554,10 @@ std::string kindName(const LayoutNode& n) {
                                       [](const AccessibilityIdentifierEffect& a) { return "Identifier \"" + a.identifier + "\""; },
                                       [](const WidgetURLEffect& w) { return "WidgetURL \"" + w.url + "\""; },
                                       [](const FramePreferenceEffect& f) { return "FramePreference \"" + f.key + "\""; },
+                                      [](const WidgetGroupEffect& g) -> std::string {
+                                          static const char* names[] = {"default", "accent", "container background"};
+                                          return std::string("WidgetGroup ") + names[static_cast<int>(g.group)];
+                                      },
                                   },
                                   e.effect);
             },

@@ -114,7 +114,12 @@ public:
                            std::optional<Color> tint = i.options.tint;
                            if (!tint && i.options.mode == ImageRenderingMode::template_) tint = n.environment.foreground();
                            if (tint) tint = paint(n, *tint);
-                           if (!n.frame.isEmpty()) emit(op::DrawImage{i.options.name, n.frame, tint});
+                           // The accented mode reads how the image wants to be drawn.
+                           auto accented = n.environment.widgetRenderingMode == WidgetRenderingMode::accented
+                                               ? i.options.accentedMode
+                                               : WidgetAccentedRenderingMode::desaturated;
+                           if (!n.frame.isEmpty())
+                               emit(op::DrawImage{i.options.name, n.frame, tint, false, accented});
                        },
                        [&](const LinkNode& l) {
                            region(n, LinkTarget{l.url});
@@ -263,9 +268,26 @@ private:
                            children(n);
                        },
                        [&](const FramePreferenceEffect&) { children(n); },
+                       [&](const WidgetGroupEffect& g) { group(n.environment, g.group, [&] { children(n); }); },
                    },
                    e.effect);
     }
+
+public:
+    // Draws `body` as a widget group: not at all when it is a container
+    // background the environment hides; between group markers unless the
+    // widget is drawn in full colour (where groups make no difference, so the
+    // full-colour list stays as it always was).
+    template <class Body>
+    void group(const Environment& env, WidgetGroup g, Body body) {
+        if (g == WidgetGroup::containerBackground && !env.showsWidgetContainerBackground) return;
+        if (env.widgetRenderingMode == WidgetRenderingMode::fullColor) return body();
+        emit(op::BeginWidgetGroup{g});
+        body();
+        emit(op::EndWidgetGroup{});
+    }
+
+private:
 
     DisplayList& out_;
     ColorScheme scheme_;
@@ -281,7 +303,8 @@ DisplayList record(const LayoutTree& tree, bool showsContainerBackground) {
     out.size = tree.size;
     Recorder r(out, tree.environment.colorScheme);
     if (showsContainerBackground)
-        for (const auto& b : tree.containerBackgrounds) r.node(b);
+        for (const auto& b : tree.containerBackgrounds)
+            r.group(tree.environment, WidgetGroup::containerBackground, [&] { r.node(b); });
     r.node(tree.content);
     return out;
 }

@@ -14,6 +14,9 @@
 //   rotation, scale Save, Translate(pivot), Rotate|Scale, Translate(-pivot) ... Restore
 //   offset          Save, Translate(x, y) ... Restore
 //   Link, Button    a hit region over their frame, then their label
+//   widgetAccentable, removable and container backgrounds
+//                   BeginWidgetGroup ... EndWidgetGroup, unless in full colour;
+//                   backgrounds not at all where the environment hides them
 //   widgetURL       the display list's widget URL (the last one drawn wins)
 // Texts drawn inside a mask are not listed: they only shape the mask.
 #include "Platform/drawing/DisplayList.hpp"
@@ -29,17 +32,22 @@ struct RenderOptions {
     EdgeInsets contentMargins{};
     // False where the host removes the container background (e.g. in StandBy).
     bool showsContainerBackground = true;
+    WidgetRenderingMode renderingMode = WidgetRenderingMode::fullColor;
     const ImageSizer* images = nullptr;
 
     Environment environment() const {
         Environment e{};
         e.colorScheme = colorScheme;
         e.widgetFamily = widgetFamily;
+        e.widgetRenderingMode = renderingMode;
+        e.showsWidgetContainerBackground = showsContainerBackground;
         e.layoutDirection = layoutDirection;
         return e;
     }
 };
 
+// The container background is recorded when both `showsContainerBackground`
+// and the tree's environment allow it.
 DisplayList record(const LayoutTree& tree, bool showsContainerBackground = true);
 
 DisplayList render(const View& view, const RenderOptions& options, const TextMeasurer& measurer);

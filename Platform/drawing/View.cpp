@@ -94,6 +94,10 @@ View View::mask(const View& maskView, Alignment alignment) const {
 View View::containerBackground(const View& background) const {
     return View(make(ContainerBackgroundNode{*this, background}));
 }
+View View::removableBackground(const Color& color, Edges ignores) const {
+    View layer = withEffect(View(color), WidgetGroupEffect{WidgetGroup::containerBackground});
+    return View(make(LayerNode{*this, layer, LayerKind::background, Alignment::center, ignores}));
+}
 
 View View::clipped() const { return mask(Rectangle().fill(Color::black())); }
 View View::clipShape(const Shape& shape) const { return mask(shape.fill(Color::black())); }
@@ -146,7 +150,12 @@ View View::accessibilityIdentifier(std::string identifier) const {
     return withEffect(*this, AccessibilityIdentifierEffect{std::move(identifier)});
 }
 View View::widgetURL(std::string url) const { return withEffect(*this, WidgetURLEffect{std::move(url)}); }
-View View::framePreference(std::string key) const { return withEffect(*this, FramePreferenceEffect{std::move(key)}); }
+View View::framePreference(std::string key) const {
+    return withEffect(*this, FramePreferenceEffect{std::move(key)});
+}
+View View::widgetAccentable(bool accentable) const {
+    return withEffect(*this, WidgetGroupEffect{accentable ? WidgetGroup::accent : WidgetGroup::default_});
+}
 
 // --- Leaves and containers --------------------------------------------------
 
@@ -186,6 +195,11 @@ Image Image::renderingMode(ImageRenderingMode mode) const {
 Image Image::tinted(const Color& color) const {
     Options s = options_;
     s.tint = color;
+    return Image(std::move(s));
+}
+Image Image::widgetAccentedRenderingMode(WidgetAccentedRenderingMode mode) const {
+    Options s = options_;
+    s.accentedMode = mode;
     return Image(std::move(s));
 }
 

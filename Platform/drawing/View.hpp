@@ -116,6 +116,19 @@ struct FlexibleFrame {
 enum class ButtonStyle { plain, bordered, borderedProminent };
 enum class ImageRenderingMode { original, template_ };
 
+// How the platform draws the widget where it is shown: as designed (the home
+// screen), in two flat colours (the tinted home screen: an accent group and a
+// default group) or as a monochrome version over a blurred material (the lock
+// screen, StandBy in low light).
+enum class WidgetRenderingMode { fullColor, accented, vibrant };
+// How an image is drawn in the accented mode: as it is; its luminance as the
+// alpha of the default group's colour; the same in the accent colour; or as a
+// silhouette in the accent colour (as widgetAccentable() does).
+enum class WidgetAccentedRenderingMode { fullColor, desaturated, accentedDesaturated, accented };
+// The groups the platform colours apart: views marked widgetAccentable(), the
+// widget's container background, and everything else.
+enum class WidgetGroup { default_, accent, containerBackground };
+
 // What a button runs: an intent by name with its parameters in order.
 struct IntentInvocation {
     std::string intent{};
@@ -134,6 +147,12 @@ struct Environment {
     double minimumScaleFactor = 1;
     std::optional<Color> tint{};  // unset: the accent colour
     ButtonStyle buttonStyle = ButtonStyle::plain;
+    // Where the widget is shown: the rendering mode the platform applies to
+    // the recorded picture, and whether the container background is drawn
+    // (false where the platform removes it: vibrant, StandBy, the pad's lock
+    // screen). Views may read both to adapt, never to imitate the mode.
+    WidgetRenderingMode widgetRenderingMode = WidgetRenderingMode::fullColor;
+    bool showsWidgetContainerBackground = true;
     // From the locale, as the platform sets it. Right to left mirrors what
     // "leading" and "trailing" mean: an HStack runs from the right edge,
     // leading alignments, paddings, safe-area edges and the lines of a text
@@ -187,6 +206,12 @@ public:
     [[nodiscard]] View mask(const View& mask, Alignment alignment = Alignment::center) const;
     // The widget's removable background, drawn under everything, edge to edge.
     [[nodiscard]] View containerBackground(const View& background) const;
+    // A colour background (as background(color, edges)) that the platform
+    // treats as the widget's container background: removed where the platform
+    // removes it, replaced by its material in the accented mode. For widgets
+    // whose background is painted per part rather than behind everything.
+    [[nodiscard]] View removableBackground(const Color& color,
+                                           Edges ignoresSafeAreaEdges = Edges::all()) const;
     // Clipping: to the frame, to a shape in the frame, to a rounded frame.
     [[nodiscard]] View clipped() const;
     [[nodiscard]] View clipShape(const Shape& shape) const;
@@ -222,6 +247,11 @@ public:
     // of it ended up (measured heights, positions of marks) before it builds
     // the next version.
     [[nodiscard]] View framePreference(std::string key) const;
+
+    // Rendering modes. Puts this view and its subviews into the accent group
+    // (or, with false, back into the default group): in the accented mode the
+    // group is drawn in the accent colour.
+    [[nodiscard]] View widgetAccentable(bool accentable = true) const;
 
     const std::shared_ptr<const ViewNode>& node() const { return node_; }
 
@@ -305,12 +335,15 @@ public:
     [[nodiscard]] Image renderingMode(ImageRenderingMode mode) const;
     // A silhouette in this colour, whatever the foreground colour.
     [[nodiscard]] Image tinted(const Color& color) const;
+    // How the image is drawn in the accented mode (desaturated by default).
+    [[nodiscard]] Image widgetAccentedRenderingMode(WidgetAccentedRenderingMode mode) const;
 
     struct Options {
         std::string name{};
         bool resizable = false;
         ImageRenderingMode mode = ImageRenderingMode::original;
         std::optional<Color> tint{};
+        WidgetAccentedRenderingMode accentedMode = WidgetAccentedRenderingMode::desaturated;
     };
     const Options& options() const { return options_; }
 

@@ -105,9 +105,14 @@ struct WidgetURLEffect {
 struct FramePreferenceEffect {
     std::string key{};
 };
+// widgetAccentable() and removableBackground(): the subtree belongs to a group.
+struct WidgetGroupEffect {
+    WidgetGroup group = WidgetGroup::accent;
+};
 struct EffectNode {
     View child{};
-    std::variant<OpacityEffect, TransformEffect, AccessibilityIdentifierEffect, WidgetURLEffect, FramePreferenceEffect>
+    std::variant<OpacityEffect, TransformEffect, AccessibilityIdentifierEffect, WidgetURLEffect,
+                 FramePreferenceEffect, WidgetGroupEffect>
         effect{};
 };
 

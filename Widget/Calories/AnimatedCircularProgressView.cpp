@@ -87,21 +87,25 @@ private:
 View AnimatedCircularProgressView::body() const {
     const RingPainter ring(config);
     const double p = progress;
+    // The accent group (the tint on a tinted home screen) is the amount the
+    // ring shows: the progress and exercise arcs and the hatched overage. The
+    // empty track stays in the default group, so the tinted arc reads against
+    // it the way the coloured arc reads against the grey track in full colour.
     std::vector<View> layers;
     if (std::isnan(p) || p <= 1) {
         layers.push_back(ring.fullCircle(config.trackBackgroundColor));
-        layers.push_back(ring.exerciseArc(reverseProgress));
+        layers.push_back(ring.exerciseArc(reverseProgress).widgetAccentable());
         // The two arcs meet: a dark edge keeps the progress arc's end readable
         // against the exercise arc.
-        if (p + reverseProgress >= 1) layers.push_back(ring.endShadow(p));
-        layers.push_back(ring.roundedEnd(config.trackForegroundColor, p));
+        if (p + reverseProgress >= 1) layers.push_back(ring.endShadow(p).widgetAccentable());
+        layers.push_back(ring.roundedEnd(config.trackForegroundColor, p).widgetAccentable());
     } else if (p < 2) {
         const double overage = p - 1;
-        layers.push_back(ring.fullCircle(config.trackForegroundColor));
-        layers.push_back(ring.endShadow(overage));
-        layers.push_back(ring.stripedRoundedEnd(overage));
+        layers.push_back(ring.fullCircle(config.trackForegroundColor).widgetAccentable());
+        layers.push_back(ring.endShadow(overage).widgetAccentable());
+        layers.push_back(ring.stripedRoundedEnd(overage).widgetAccentable());
     } else {
-        layers.push_back(ring.stripedFullCircle());
+        layers.push_back(ring.stripedFullCircle().widgetAccentable());
     }
 
     View labels = VStack({Text(title)

@@ -38,11 +38,14 @@ View secondaryDivider() { return Divider().overlay(QRVColor::neutralsSecondary()
 // on one rounded bar. Each button is a link filling its share of the bar.
 View actionButtons(bool showsBarcode, Size size) {
     const double iconSize = std::min(size.height * 0.6, 18.0);
+    // The icons are what a person taps: they join the accent group, the bar
+    // behind them stays in the default one.
     auto button = [&](const char* link, const char* icon, double width) -> View {
         return Link(link, Image(icon)
                               .resizable()
                               .tinted(QRVColor::neutralsPrimary())
                               .frame(iconSize, iconSize)
+                              .widgetAccentable()
                               .frame(width, size.height));
     };
     std::vector<View> buttons;
@@ -178,7 +181,7 @@ View CaloriesConsumedWidgetView::homeScreen() const {
                return content.frame(size.width, size.height);
            })
         .padding(kOuterInset)
-        .background(QRVColor::neutralsMidground2(), Edges::all());
+        .removableBackground(QRVColor::neutralsMidground2(), Edges::all());
 }
 
 View CaloriesConsumedWidgetView::circular() const {

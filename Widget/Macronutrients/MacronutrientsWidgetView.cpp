@@ -94,7 +94,7 @@ View MacronutrientsWidgetView::medium() const {
                                          : rings.padding(Edges::horizontal(), kHorizontalPadding);
                    return content.frame(size.width, size.height);
                })
-            .background(QRVColor::neutralsMidground2(), Edges::all());
+            .removableBackground(QRVColor::neutralsMidground2(), Edges::all());
     }
     if (shown) {
         for (const auto& value : *shown) gauges.push_back(fill(MacronutrientsWidgetValueView{value}));
@@ -119,7 +119,7 @@ View MacronutrientsWidgetView::medium() const {
                          HorizontalAlignment::center, 0)
                       .padding(Edges::vertical(), kVerticalPadding);
     return fill(content.padding(Edges::horizontal(), kHorizontalPadding))
-        .background(QRVColor::neutralsMidground2(), Edges::all());
+        .removableBackground(QRVColor::neutralsMidground2(), Edges::all());
 }
 
 View MacronutrientsWidgetView::compactList(const std::vector<MacronutrientsWidgetValueViewModel>& values) {

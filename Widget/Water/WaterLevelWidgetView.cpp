@@ -84,13 +84,18 @@ View WaterLevelWidgetView::body() const {
         View scale = VStack(std::move(marks), HorizontalAlignment::center, 0).padding(belowLowestMark);
 
         const double water = std::clamp(model.waterHeight(), 0.0, size.height);
+        // The water is the amount the widget shows: the accent group. The
+        // glass is a well in the widget's background (the platform's material
+        // shows there once the background is replaced or removed), so the
+        // scale's marks stay readable over it in every mode.
         View column =
             VStack({Spacer(0), Rectangle().fill(QRVColor::brandPrimary()).frame(std::nullopt, water)},
-                   HorizontalAlignment::center, 0);
-        View glass =
-            ZStack({RoundedRectangle(kCornerRadius).fill(QRVColor::neutralsMidground1()), column, scale})
-                .mask(RoundedRectangle(kCornerRadius).fill(Color::black()))
-                .framePreference(HeightPreferenceKey::name);
+                   HorizontalAlignment::center, 0)
+                .widgetAccentable();
+        View glass = ZStack({column, scale})
+                         .removableBackground(QRVColor::neutralsMidground1(), Edges::none())
+                         .mask(RoundedRectangle(kCornerRadius).fill(Color::black()))
+                         .framePreference(HeightPreferenceKey::name);
         View scaleLabels = VStack(std::move(labels), HorizontalAlignment::trailing, 0)
                                .padding(belowLowestMark)
                                .frame(kLabelWidth, std::nullopt);

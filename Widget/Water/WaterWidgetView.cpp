@@ -46,17 +46,23 @@ View WaterWidgetView::logButton() const {
                        .font(catalog::font(QRVFont::button14Bold, false))
                        .lineLimit(1)
                        .minimumScaleFactor(0.7)
-                       .frame(FlexibleFrame{.maxWidth = infinity});
+                       .frame(FlexibleFrame{.maxWidth = infinity})
+                       .widgetAccentable(false);
+    // The button and the drop icon carry the brand colour in full colour:
+    // they carry the accent on a tinted home screen too. The caption stays in
+    // the default group, or it would vanish into the button's own accent.
     return Button(IntentInvocation{action.intentName, action.parameters}, caption)
         .buttonStyle(ButtonStyle::borderedProminent)
-        .tint(QRVColor::brandPrimary());
+        .tint(QRVColor::brandPrimary())
+        .widgetAccentable();
 }
 
 View WaterWidgetView::panel() const {
     View title = HStack({Image(viewModel->topIconName())
                              .resizable()
                              .tinted(QRVColor::brandPrimary())
-                             .frame(kIconSize, kIconSize),
+                             .frame(kIconSize, kIconSize)
+                             .widgetAccentable(),
                          Text(viewModel->topText())
                              .font(catalog::font(QRVFont::headline16Medium, false))
                              .foregroundColor(QRVColor::neutralsPrimary())
@@ -77,7 +83,7 @@ View WaterWidgetView::panel() const {
     return filling(VStack({title, subtitle, Spacer(2), total, Spacer(2), logButton()},
                           HorizontalAlignment::center, 4))
         .padding(kPanelPadding)
-        .background(QRVColor::neutralsMidground1(), Edges::all())
+        .removableBackground(QRVColor::neutralsMidground1(), Edges::all())
         .frame(kPanelWidth, std::nullopt);
 }
 
@@ -93,11 +99,12 @@ View WaterWidgetView::body() const {
         View glass =
             WaterLevelWidgetView{sizeFamily, colorScheme, viewModel->waterLevelViewModel()}.body().padding(
                 kGlassPadding);
-        content = HStack({panel(), filling(glass).background(QRVColor::neutralsMidground2(), Edges::all())},
-                         VerticalAlignment::center, 0);
+        content = HStack(
+            {panel(), filling(glass).removableBackground(QRVColor::neutralsMidground2(), Edges::all())},
+            VerticalAlignment::center, 0);
     } else {
         // The small widget is the panel alone, centred on its own colour.
-        content = filling(panel()).background(QRVColor::neutralsMidground1(), Edges::all());
+        content = filling(panel()).removableBackground(QRVColor::neutralsMidground1(), Edges::all());
     }
     return ZStack({WidgetOverlayButton(), filling(content)}).widgetURL(deepLink(sizeFamily));
 }

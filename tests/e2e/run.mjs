@@ -79,7 +79,8 @@ writeRecords({
 
 // The server, on a free loopback port, in a fixed zone so that midnight is known.
 const serverEnv = { ...process.env, TZ: "UTC", XDG_DATA_HOME: path.join(work, "data"), QRV_APP_GROUP_CONTAINER: "" };
-const server = spawn(program, ["serve", "--port", "0", "--container", container, "--scheme", "light", "--locale", "en_US"], {
+const server = spawn(program, ["serve", "--port", "0", "--container", container, "--scheme", "light", "--locale", "en_US",
+  "--os", "18"], {
   env: serverEnv,
   stdio: ["ignore", "pipe", "inherit"],
 });
@@ -217,6 +218,36 @@ await step("without its event stream the page polls", async () => {
     return figure && JSON.parse(figure.dataset.texts || "[]").includes("250 ml");
   }, null, { timeout: 15000, polling: 200 });
   await polled.close();
+});
+
+// The home screen's pictures as shown, once every one has loaded the address it asks for.
+async function homePictures(appearance) {
+  await page.waitForFunction((wanted) => [...document.querySelectorAll("#home figure.widget")].every((figure) => {
+    const img = figure.querySelector("img");
+    const address = img.dataset.src || "";
+    return (wanted === "default") !== address.includes(`appearance=${wanted}`) && img.src.endsWith(address) &&
+      img.complete && img.naturalWidth > 0;
+  }), appearance, { timeout: 15000, polling: 200 });
+  return page.$$eval("#home figure.widget img", (images) => Object.fromEntries(images.map((img) => {
+    const canvas = document.createElement("canvas");
+    canvas.width = img.naturalWidth;
+    canvas.height = img.naturalHeight;
+    canvas.getContext("2d").drawImage(img, 0, 0);
+    return [img.closest("figure").dataset.id, canvas.toDataURL()];
+  })));
+}
+
+await step("the tinted appearance redraws every home-screen widget, and the default brings them back", async () => {
+  await page.click("#clock-pause");  // no new entry while the pictures are compared
+  const before = await homePictures("default");
+  await page.selectOption("#appearance", "tinted");
+  const tinted = await homePictures("tinted");
+  const unchanged = Object.keys(before).filter((id) => tinted[id] === before[id]);
+  if (!Object.keys(before).length || unchanged.length) throw new Error(`not tinted: ${unchanged.join(", ")}`);
+  await page.selectOption("#appearance", "default");
+  const after = await homePictures("default");
+  const different = Object.keys(before).filter((id) => after[id] !== before[id]);
+  if (different.length) throw new Error(`not restored: ${different.join(", ")}`);
 });
 
 await step("the page ran without script errors", async () => {

@@ -188,6 +188,9 @@ TEST(Painter, IconsHaveNaturalSizesAreTintedAndMissingOnesAreReportedOnce) {
     EXPECT_EQ(tinted.pixel(2, 2).alpha, 0);  // a 10x10 icon centred in 20x20
     Raster plain = draw(Image("Square").resizable(), {20, 20});
     EXPECT_EQ(plain.pixel(2, 2), (Rgba{0, 0, 0, 1}));
+    // Drawn by its luminance (a desaturated icon), the black square shows nothing.
+    DisplayList byLuminance{{20, 20}, {op::DrawImage{"Square", {{5, 5}, {10, 10}}, kRed, true}}};
+    EXPECT_EQ(painter().rasterize(byLuminance, 2, ColorScheme::light).value().pixel(20, 20).alpha, 0);
 
     testing::internal::CaptureStderr();
     Raster missing = draw(HStack({Image("Nowhere").resizable(), Image("Nowhere").resizable(), Image("Broken")}), {20, 20});
