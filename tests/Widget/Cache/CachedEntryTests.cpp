@@ -9,8 +9,6 @@
 #include <variant>
 
 #include "Platform/coding/JSONDecoder.hpp"
-#include "Platform/time/Calendar.hpp"
-#include "Platform/time/ISO8601.hpp"
 #include "Widget/Cache/CaloriesConsumedDataEntry.hpp"
 #include "Widget/Cache/MacronutrientsDataEntry.hpp"
 #include "Widget/Cache/WaterDataEntry.hpp"
@@ -163,13 +161,6 @@ TEST(CachedEntryRecords, ErrorsPointAtTheFailingValue) {
     EXPECT_NE(unknown.error().debugDescription.find("invalid Int value 3"), std::string::npos);
 }
 
-TEST(CachedEntryRecords, DatesCountFrom2001) {
-    auto water = WaterDataEntry::decode(std::string_view(R"({"date":0,"isLoggedIn":true,"waterValue":1,"waterUnit":"ml"})"));
-    ASSERT_TRUE(water);
-    qrv::platform::Calendar utc(qrv::platform::TimeZone::utc());
-    EXPECT_EQ(qrv::platform::formatISO8601(water->date, utc), "2001-01-01T00:00:00Z");
-}
-
 TEST(CachedEntryRecords, EncodesCompactlyInFieldOrder) {
     WaterDataEntry water{Date{754000000.5}, true, 0.1f, WaterWidgetUnit::cups};
     EXPECT_EQ(water.encode(), R"({"date":754000000.5,"isLoggedIn":true,"waterValue":0.1,"waterUnit":"cups"})");
@@ -186,22 +177,4 @@ TEST(CachedEntryRecords, EncodesCompactlyInFieldOrder) {
               R"("condensedEnergyUnitTitle":"cal","goalTitle":"Base Goal","goal":"1,500","goalAdjustedForExercise":"1,750",)"
               R"("consumedTitle":"Food","consumed":"500","exerciseTitle":"Exercise","exercise":"250","remaining":"1,250",)"
               R"("subtitle":"a\/b","progress":0.33,"reverseProgress":0,"exerciseProgress":0})");
-}
-
-TEST(CachedEntryRecords, EqualityIsFieldByFieldAndSamplesAreMadeOnce) {
-    auto a = CaloriesConsumedDataEntry::makeSample(Date{5});
-    auto b = a;
-    EXPECT_EQ(a, b);
-    b.reverseProgress = 0.5;
-    EXPECT_NE(a, b);
-
-    auto macros = MacronutrientsDataEntry::makeSample(Date{5});
-    auto fewer = macros;
-    fewer.values.erase(MacronutrientsDataValueType::fat);
-    EXPECT_NE(macros, fewer);
-
-    EXPECT_EQ(&WaterDataEntry::sample(), &WaterDataEntry::sample());
-    EXPECT_EQ(WaterDataEntry::sample(), WaterDataEntry::makeSample(WaterDataEntry::sample().date));
-    EXPECT_EQ(&CaloriesConsumedDataEntry::sample(), &CaloriesConsumedDataEntry::sample());
-    EXPECT_EQ(MacronutrientsDataEntry::sample().values.size(), 3u);
 }
