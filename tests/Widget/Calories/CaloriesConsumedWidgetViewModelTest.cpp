@@ -8,7 +8,8 @@ namespace {
 
 TEST(CaloriesConsumedWidgetViewModelTest, BuildsTheThreeRowsFromTheRecord) {
     // The sample: base goal 1,500, 1,750 with exercise, 500 eaten, 250 burnt.
-    const CaloriesConsumedWidgetViewModel model{CaloriesConsumedDataEntry::makeSample(qrv::platform::Date{0})};
+    const CaloriesConsumedWidgetViewModel model{
+        CaloriesConsumedDataEntry::makeSample(qrv::platform::Date{0})};
     const auto stats = model.stats();
     ASSERT_EQ(stats.size(), 3u);
     // The base goal row shows the base goal, not the goal with exercise, and

@@ -9,7 +9,8 @@ enum class Nutrient { carbs, fat, protein };
 
 TEST(WidgetColorHelpers, EachNutrientGetsItsMainTextAndBackgroundTokens) {
     // Raw values as the records carry them; any other value is protein.
-    const std::pair<int, const char*> cases[] = {{0, "carb"}, {1, "fat"}, {2, "protein"}, {7, "protein"}, {-1, "protein"}};
+    const std::pair<int, const char*> cases[] = {
+        {0, "carb"}, {1, "fat"}, {2, "protein"}, {7, "protein"}, {-1, "protein"}};
     for (const auto& [raw, token] : cases) {
         const auto colors = WidgetColorHelpers::macronutrientColors(raw);
         EXPECT_EQ(colors.main.name, token) << raw;
