@@ -64,14 +64,11 @@ TEST(JSONNumbers, EachTokenAsFloatDoubleAndInt) {
         {"0.1", 0.1f, 0.1, kCorrupt},
         {"16777217", 16777216.0f, 16777217.0, 16777217},
         {"1e39", kCorrupt, 1e39, kCorrupt},
-        {"-1e39", kCorrupt, -1e39, kCorrupt},
         {"1e-46", kCorrupt, 1e-46, kCorrupt},
         {"1e-40", 1e-40f, 1e-40, kCorrupt},  // subnormal float: accepted
         {"1e-400", kCorrupt, kCorrupt, kCorrupt},  // simdjson says 0; the digits say underflow
         {"0e5", 0.0f, 0.0, 0},
-        {"0.0", 0.0f, 0.0, 0},
         {"-0", -0.0f, -0.0, 0},
-        {"-0.0", -0.0f, -0.0, 0},
         {"3.4028235e38", fltMax, 3.4028235e38, kCorrupt},
         {"3.4028235677973366e38", fltMax, 3.4028235677973366e38, kCorrupt},  // just below the midpoint to infinity
         {"340282356779733661637539395458142568448", kCorrupt, 3.4028235677973366e38, kCorrupt},  // the midpoint
@@ -79,9 +76,7 @@ TEST(JSONNumbers, EachTokenAsFloatDoubleAndInt) {
         {"16777217.000000000000000001", 16777218.0f, 16777217.0, 16777217},
         {"16777216.999999999999999999", 16777216.0f, 16777217.0, 16777217},
         {"1.0", 1.0f, 1.0, 1},
-        {"1e0", 1.0f, 1.0, 1},
         {"1e2", 100.0f, 100.0, 100},
-        {"1E2", 100.0f, 100.0, 100},
         {"1.5", 1.5f, 1.5, kCorrupt},
         {"1e-1", 0.1f, 0.1, kCorrupt},
         {"1.0000000000000001", 1.0f, 1.0, 1},
@@ -90,7 +85,6 @@ TEST(JSONNumbers, EachTokenAsFloatDoubleAndInt) {
         {"9223372036854775808", 9223372036854775808.0f, 9223372036854775808.0, kCorrupt},
         {"9007199254740993.5", 9007199254740994.0f, 9007199254740994.0, 9007199254740993},
         {"100000000000000000000000", 1e23f, 1e23, kCorrupt},  // beyond 64 bits
-        {"-100000000000000000000000", -1e23f, -1e23, kCorrupt},
         {"\"1\"", kMismatch, kMismatch, kMismatch},
         {"true", kMismatch, kMismatch, kMismatch},
         {"[1]", kMismatch, kMismatch, kMismatch},

@@ -62,14 +62,5 @@ TEST(DispatchConcurrencyTest, PoolReleasedByItsOwnWorkGoesQuietly) {
     ASSERT_TRUE(main.runUntil([&] { return destroyed; }, std::chrono::seconds(30)));
 }
 
-TEST(DispatchConcurrencyTest, GlobalBackgroundQueueIsSharedAndSmall) {
-    auto queue = globalBackgroundQueue();
-    EXPECT_EQ(queue, globalBackgroundQueue());
-    auto* pool = dynamic_cast<ThreadPoolExecutor*>(queue.get());
-    ASSERT_NE(pool, nullptr);
-    EXPECT_GE(pool->threadCount(), 2u);
-    EXPECT_LE(pool->threadCount(), 4u);
-}
-
 }  // namespace
 }  // namespace qrv::platform

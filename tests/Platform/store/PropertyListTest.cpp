@@ -105,18 +105,6 @@ TEST(StorePropertyList, RejectsWhatIsNotAPropertyList) {
     }
 }
 
-TEST(StorePropertyList, TruncatedStoreFilesFailCleanly) {
-    Value::Dictionary contents;
-    for (int i = 0; i < 50; ++i) {
-        contents.emplace("key" + std::to_string(i), Value(Value::Data(static_cast<std::size_t>(i), 0x41)));
-    }
-    const auto bytes = PropertyList::encode(Value(contents));
-    for (std::size_t cut = 1; cut < bytes.size(); cut += 7) {
-        const std::vector<std::uint8_t> truncated(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(cut));
-        EXPECT_THROW(PropertyList::decode(truncated), PropertyListError) << "cut at " << cut;
-    }
-}
-
 TEST(StorePropertyList, RefusesValuesItCannotRepresent) {
     const std::vector<Value> values = {
         Value(std::string("a\0b", 3)),

@@ -1,4 +1,5 @@
-// Overlapping read-modify-write of one key, from processes and from threads.
+// Overlapping read-modify-write of one key from threads, sharing a handle or
+// not; from processes, the reliability tests.
 #include <gtest/gtest.h>
 
 #include <set>
@@ -35,54 +36,6 @@ std::set<std::string> tagsUnder(const UserDefaults& store, const std::string& ke
         }
     }
     return tags;
-}
-
-TEST(StoreConcurrency, TwoProcessesAppendingLoseNothing) {
-    test::ScratchDirectory scratch(test::memoryBackedTemporaryDirectory());
-    auto store = UserDefaults::openSuite("group.com.qrv.widgets", scratch.path());
-    ASSERT_TRUE(store);
-    store->set("unrelated", Value("kept"));
-    constexpr int kPerWriter = 500;
-
-    std::vector<pid_t> children;
-    // Both children start appending at once, released by closing the pipe.
-    int gate[2];
-    ASSERT_EQ(::pipe(gate), 0);
-    for (int writer = 0; writer < 2; ++writer) {
-        std::fflush(nullptr);
-        const pid_t child = ::fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            ::close(gate[1]);
-            char byte = 0;
-            (void)::read(gate[0], &byte, 1);
-            int code = 0;
-            try {
-                auto own = UserDefaults::openSuite("group.com.qrv.widgets", scratch.path());
-                for (int n = 0; n < kPerWriter; ++n) {
-                    append(*own, "WaterInteractiveData", std::to_string(writer) + ":" + std::to_string(n));
-                }
-            } catch (...) {
-                code = 3;
-            }
-            ::_exit(code);
-        }
-        children.push_back(child);
-    }
-    ::close(gate[0]);
-    ::close(gate[1]);
-    for (pid_t child : children) {
-        int status = 0;
-        ASSERT_EQ(::waitpid(child, &status, 0), child);
-        ASSERT_TRUE(WIFEXITED(status));
-        EXPECT_EQ(WEXITSTATUS(status), 0);
-    }
-
-    const auto value = store->object("WaterInteractiveData");
-    ASSERT_TRUE(value && value->arrayValue());
-    EXPECT_EQ(value->arrayValue()->size(), 2u * kPerWriter);
-    EXPECT_EQ(tagsUnder(*store, "WaterInteractiveData").size(), 2u * kPerWriter);
-    EXPECT_EQ(store->object("unrelated"), Value("kept"));
 }
 
 TEST(StoreConcurrency, ThreadsSharingOrNotSharingAHandleLoseNothing) {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <unordered_map>
 
 #include "Widget/Cache/WidgetDataCacheType.hpp"
 #include "tests/Platform/store/StoreTestSupport.hpp"
@@ -14,47 +13,11 @@ namespace {
 namespace fs = std::filesystem;
 using platform::PropertyListValue;
 
-TEST(WidgetSettingsCacheType, RawValuesNamesAndKeys) {
-    struct Row {
-        long long raw;
-        std::optional<WidgetDataCacheType> type;
-        const char* name;
-    };
-    const std::vector<Row> rows = {
-        {0, WidgetDataCacheType::water, "Water"},
-        {1, WidgetDataCacheType::calories, "Calories"},
-        {2, WidgetDataCacheType::macronutrients, "Macros"},
-        {3, std::nullopt, nullptr},
-        {-1, std::nullopt, nullptr},
-        {-4294967296LL, std::nullopt, nullptr},
-        {4294967296LL, std::nullopt, nullptr},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.raw);
-        EXPECT_EQ(widgetDataCacheTypeFromRawValue(row.raw), row.type);
-        if (row.type) {
-            EXPECT_EQ(rawValue(*row.type), row.raw);
-            EXPECT_EQ(typeName(*row.type), row.name);
-            EXPECT_EQ(installedKey(*row.type), std::string(row.name) + "WidgetInstalled");
-        }
-    }
-    EXPECT_FALSE(widgetDataCacheTypeFromRawValue(-1));
-    EXPECT_FALSE(widgetDataCacheTypeFromRawValue(std::int8_t{-128}));
-    EXPECT_EQ(widgetDataCacheTypeFromRawValue(2u), WidgetDataCacheType::macronutrients);
-
-    std::unordered_map<WidgetDataCacheType, int> byType;
-    for (auto type : allWidgetDataCacheTypes) {
-        byType[type] = rawValue(type);
-    }
-    EXPECT_EQ(byType.size(), 3u);
-    EXPECT_EQ(byType.at(WidgetDataCacheType::macronutrients), 2);
-}
-
-TEST(WidgetSettings, OpensTheSuiteInTheChosenContainer) {
-    test::ScratchDirectory scratch;
-    auto store = WidgetSettings::open(scratch.path());
-    ASSERT_TRUE(store);
-    EXPECT_EQ(store->filePath(), scratch.path() / "Library/Preferences/group.com.qrv.widgets.plist");
+// The app reads these flags to know which widgets are on the home screen.
+TEST(WidgetSettingsCacheType, InstalledFlagKeys) {
+    EXPECT_EQ(installedKey(WidgetDataCacheType::water), "WaterWidgetInstalled");
+    EXPECT_EQ(installedKey(WidgetDataCacheType::calories), "CaloriesWidgetInstalled");
+    EXPECT_EQ(installedKey(WidgetDataCacheType::macronutrients), "MacrosWidgetInstalled");
 }
 
 // The fallback and the once-only store touch process state, so they run in a child.

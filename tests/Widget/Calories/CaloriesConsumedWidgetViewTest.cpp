@@ -74,21 +74,6 @@ TEST(CaloriesConsumedWidgetView, HomeScreenOffersSearchAndBarcodeOnlyWhenAsked) 
         EXPECT_TRUE(render(entry(), family).hitRegions.empty()) << name(family);
 }
 
-TEST(CaloriesConsumedWidgetView, TheButtonsShareTheBarAndLeadWhereTheySay) {
-    const auto list = render(entry(), WidgetFamily::systemSmall);
-    ASSERT_EQ(list.hitRegions.size(), 2u);
-    const Rect search = list.hitRegions[0].rect, barcode = list.hitRegions[1].rect;
-    EXPECT_LT(search.maxX(), barcode.minX());  // the divider between them
-    EXPECT_DOUBLE_EQ(search.height(), barcode.height());
-    const auto tapped = list.targetAt(barcode.center());
-    ASSERT_TRUE(tapped);
-    EXPECT_EQ(std::get<LinkTarget>(*tapped).url, CaloriesConsumedWidgetView::kBarcodeLink);
-    // Off the buttons, the widget's own link.
-    const auto elsewhere = list.targetAt({2, 2});
-    ASSERT_TRUE(elsewhere);
-    EXPECT_EQ(std::get<LinkTarget>(*elsewhere).url, "qrv://qrv/widgets/calories_small");
-}
-
 TEST(CaloriesConsumedWidgetView, LoggedOutShowsThePromptInEveryFamilyAndNoFigures) {
     const std::string prompt = localizedString("dashb.widget.login.long", "Log in to view data.");
     auto e = entry(false);

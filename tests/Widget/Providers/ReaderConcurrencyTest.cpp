@@ -1,8 +1,7 @@
-// The reader, the providers and the fetch analytics on real threads and in
-// several processes. Run under ThreadSanitizer as well.
+// The reader and the providers on real threads (recordings from many
+// processes are the reliability tests' part). Run under ThreadSanitizer as well.
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <chrono>
 #include <thread>
 #include <vector>
@@ -10,7 +9,7 @@
 #include "Platform/dispatch/MainQueue.hpp"
 #include "Platform/dispatch/ThreadPoolExecutor.hpp"
 #include "Widget/Providers/CaloriesWidgetProvider.hpp"
-#include "tests/Host/HostTestSupport.hpp"
+#include "tests/Widget/Cache/ReaderTestSupport.hpp"
 
 namespace qrv::widget {
 namespace {
@@ -69,43 +68,6 @@ TEST(ReaderConcurrencyTest, ReadersReleasedWhileTheirReadsRunAreNotNeeded) {
         EXPECT_TRUE(line == "unable to find data for type: Calories" ||
                     line == "unable to find data for type: unknown")
             << line;
-}
-
-// Separate store objects on one file lock like separate processes do.
-TEST(ReaderConcurrencyTest, OverlappingRecordingsAllLand) {
-    test::ReaderWorld world;
-    constexpr int kThreads = 4, kEach = 10;
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-        threads.emplace_back([&, t] {
-            const WidgetBackgroundFetchAnalytics analytics(
-                platform::UserDefaults::atPath(world.store->filePath()), world.clock);
-            for (int i = 0; i < kEach; ++i) analytics.recordFetch("widget_" + std::to_string(t), "small");
-        });
-    }
-    for (auto& thread : threads) thread.join();
-    const auto stored = world.store->object("widget_events");
-    ASSERT_TRUE(stored);
-    std::map<std::string, int> perName;
-    for (const auto& blob : *stored->arrayValue())
-        ++perName[WidgetFetchEvent::decode(*blob.dataValue()).value().widgetName];
-    EXPECT_EQ(stored->arrayValue()->size(), std::size_t{kThreads * kEach});
-    for (int t = 0; t < kThreads; ++t) EXPECT_EQ(perName["widget_" + std::to_string(t)], kEach);
-}
-
-TEST(ReaderConcurrencyTest, TwoHostProcessesRecordingAtOnceBothLand) {
-    test::HostWorld world;
-    world.put("CaloriesData", test::caloriesJSON(local(2024, 3, 9, 14)));
-    const std::string loop =
-        "for i in 1 2 3 4 5; do \"$QRV_BIN_DIR/qrv-widgets\" snapshot --widget calories "
-        "--now 2024-03-09T15:00 --container \"$1\" >/dev/null || exit 1; done";
-    const auto first = world.start({"/bin/sh", "-c", loop, "sh", world.container.string()}, "first");
-    const auto second = world.start({"/bin/sh", "-c", loop, "sh", world.container.string()}, "second");
-    EXPECT_EQ(test::HostWorld::finish(first).exitCode, 0);
-    EXPECT_EQ(test::HostWorld::finish(second).exitCode, 0);
-    const auto stored = world.store()->object("widget_events");
-    ASSERT_TRUE(stored);
-    EXPECT_EQ(stored->arrayValue()->size(), 10u);
 }
 
 }  // namespace

@@ -11,19 +11,7 @@ namespace {
 
 using Value = platform::PropertyListValue;
 
-TEST(WidgetBackgroundFetchAnalyticsTest, FirstRecordingStoresOneJSONBlob) {
-    test::ReaderWorld world;
-    world.clock->set(platform::Date{731707200.25});
-    WidgetBackgroundFetchAnalytics(world.store, world.clock).recordFetch("widget_calories", "small");
-    const auto stored = world.store->object("widget_events");
-    ASSERT_TRUE(stored && stored->arrayValue());
-    ASSERT_EQ(stored->arrayValue()->size(), 1u);
-    const auto& blob = *stored->arrayValue()->at(0).dataValue();
-    EXPECT_EQ(std::string(blob.begin(), blob.end()),
-              R"({"widgetName":"widget_calories","widgetSize":"small","date":731707200.25})");
-}
-
-TEST(WidgetBackgroundFetchAnalyticsTest, MalformedListsAreReplacedAndGoodOnesGrowInOrder) {
+TEST(WidgetBackgroundFetchAnalyticsTest, EventsAreAppendedAsBlobsAndMalformedListsReplaced) {
     const Value blob = Value::Data{'{', '}'};
     struct Case {
         const char* name;
@@ -49,6 +37,10 @@ TEST(WidgetBackgroundFetchAnalyticsTest, MalformedListsAreReplacedAndGoodOnesGro
         const auto stored = world.store->object("widget_events");
         const auto& list = *stored->arrayValue();
         ASSERT_EQ(list.size(), c.keptBefore + 10);
+        // Each event is one compact JSON blob, as the app reads them.
+        const auto& first = *list[c.keptBefore].dataValue();
+        EXPECT_EQ(std::string(first.begin(), first.end()),
+                  R"({"widgetName":"widget_calories","widgetSize":"medium","date":0})");
         for (int i = 0; i < 10; ++i) {
             const auto event = WidgetFetchEvent::decode(*list[c.keptBefore + i].dataValue()).value();
             EXPECT_EQ(event.date, platform::Date{double(i)});

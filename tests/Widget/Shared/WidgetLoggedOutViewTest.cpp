@@ -54,7 +54,7 @@ TEST(WidgetLoggedOutView, TheExplicitFamilyOverridesTheEnvironment) {
     }
 }
 
-TEST(WidgetLoggedOutView, MessageIsPaddedCentredAndGroundFillsTheWidget) {
+TEST(WidgetLoggedOutView, MessageIsPaddedAndGroundFillsTheWidgetPastItsMargins) {
     RenderOptions options;
     options.size = {158, 158};
     options.contentMargins = EdgeInsets::all(16);
@@ -69,8 +69,6 @@ TEST(WidgetLoggedOutView, MessageIsPaddedCentredAndGroundFillsTheWidget) {
     const Rect& text = list.texts[0].rect;
     EXPECT_GE(text.minX(), 16 + 20 - 1e-9);
     EXPECT_LE(text.maxX(), 158 - 16 - 20 + 1e-9);
-    EXPECT_NEAR(text.midY(), 79, 1e-9);
-    EXPECT_DOUBLE_EQ(list.texts[0].fontSize, 16);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The bundle and the three widget definitions: what is offered on which
-// system version, in which order, with which families, margins and texts, and
-// the deep link the macronutrients definition puts on its whole widget.
+// system version, in which order, with which families, margins and texts, the
+// deep link the macronutrients definition puts on its whole widget, and that a
+// definition draws only its own entries.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -11,8 +12,6 @@
 #include "Platform/locale/Locale.hpp"
 #include "Widget/Cache/CaloriesConsumedDataEntry.hpp"
 #include "Widget/Cache/MacronutrientsDataEntry.hpp"
-#include "Widget/Cache/WaterDataEntry.hpp"
-#include "Widget/Widgets/CaloriesConsumedWidget.hpp"
 #include "Widget/Widgets/QRVWidgets.hpp"
 
 using namespace qrv::widget;
@@ -76,8 +75,6 @@ TEST(QRVWidgetsTest, GalleryTextsComeFromTheStringTable) {
     const auto widgets = QRVWidgets{}.body(17);
     const auto* calories = find(widgets, "com.qrv.widget.CaloriesConsumed");
     ASSERT_NE(calories, nullptr);
-    EXPECT_EQ(calories->displayNameKey(), "widget.CaloriesConsumed.displayName");
-    EXPECT_EQ(calories->descriptionKey(), "widget.CaloriesConsumed.description");
     {
         ScopedLocaleOverride english(Locale("en_GB"));
         EXPECT_EQ(calories->displayName(), "Calories");
@@ -101,28 +98,12 @@ TEST(QRVWidgetsTest, MacronutrientsWidgetOpensItsScreenWhereverTapped) {
     }
 }
 
-TEST(QRVWidgetsTest, ContentForEachEntryAndFamily) {
+TEST(QRVWidgetsTest, AnEntryOfAnotherWidgetDrawsNothing) {
     const auto widgets = QRVWidgets{}.body(17);
     const auto calories = WidgetEntry(CaloriesConsumedDataEntry::makeSample(Date{700000000}));
-    // The calories views know the rectangular family although the widget does not offer it.
-    const auto rectangular =
-        draw(CaloriesConsumedWidget::content(*calories.as<CaloriesConsumedDataEntry>(),
-                                             WidgetFamily::accessoryRectangular),
-             WidgetFamily::accessoryRectangular, {160, 72});
-    EXPECT_EQ(rectangular.widgetURL, "qrv://qrv/widgets/calories_rectangular");
-
-    // An entry of another widget draws nothing.
     const auto* water = find(widgets, "com.qrv.widget.Water");
     ASSERT_NE(water, nullptr);
     const auto nothing = draw(water->content(calories, WidgetFamily::systemSmall, ColorScheme::light),
                               WidgetFamily::systemSmall, {158, 158});
     EXPECT_TRUE(nothing.ops.empty());
-
-    // The water widget sits on a white container background.
-    const auto glass = water->content(WidgetEntry(WaterDataEntry::makeSample(Date{700000000})),
-                                      WidgetFamily::systemMedium, ColorScheme::dark);
-    LayoutOptions options{{338, 158}, {}, {}, nullptr};
-    const auto tree = layout(glass.body(), options, FixedAdvanceTextMeasurer());
-    ASSERT_FALSE(tree.containerBackgrounds.empty());
-    EXPECT_TRUE(glass.afterLayout);
 }
