@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <numbers>
 
 namespace qrv::widget {
 namespace {
@@ -16,6 +17,7 @@ using testing::expectGolden;
 using testing::recorded;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kTurn = 2 * std::numbers::pi;
 constexpr Size kSize{100, 100};
 
 AnimatedCircularProgressViewConfig config() {
@@ -37,6 +39,15 @@ DisplayList ring(double progress, double reverse = 0, std::string title = "1,234
     return recorded(AnimatedCircularProgressView{config(), std::move(title), std::move(subtitle), progress, reverse},
                     kSize);
 }
+
+// Strokes in drawing order whose colour has the given palette name.
+std::vector<op::StrokePath> strokes(const DisplayList& list, const std::string& colorName) {
+    std::vector<op::StrokePath> out;
+    for (const auto& o : list.ops)
+        if (auto* s = std::get_if<op::StrokePath>(&o); s && s->color.name == colorName) out.push_back(*s);
+    return out;
+}
+const PathArc& onlyArc(const op::StrokePath& s) { return std::get<PathArc>(s.path.elements().at(1)); }
 
 TEST(AnimatedCircularProgressView, GoldenRegimes) {
     expectGolden("ring_p033", ring(0.33, 0.1));
