@@ -27,6 +27,13 @@
 namespace qrv::host {
 namespace {
 
+// Whether a value is allowed on an axis: the error, or empty. A fixed set
+// describes itself as "{a,b}", as help and completion show sets.
+struct AxisCheck {
+    std::function<std::string(const std::string&)> test;
+    std::string description;
+};
+
 // A cell of the render matrix as the command line names it.
 struct MatrixCell {
     std::string device = "phone";
@@ -45,18 +52,21 @@ struct MatrixAxis {
     std::string typeName;
     std::string help;
     std::string defaultValue;
-    std::function<std::string(const std::string&)> check;  // the error, or empty when allowed
+    AxisCheck check;
     std::function<void(MatrixCell&, const std::string&)> apply;
     std::optional<std::string> folderPrefix;  // none: no sub-folders
 };
 
-std::function<std::string(const std::string&)> oneOf(std::vector<std::string> allowed) {
-    return [allowed = std::move(allowed)](const std::string& value) -> std::string {
-        if (std::find(allowed.begin(), allowed.end(), value) != allowed.end()) return {};
-        std::string list;
-        for (const auto& name : allowed) list += (list.empty() ? "" : ", ") + name;
-        return value + " is not one of " + list;
-    };
+AxisCheck oneOf(std::vector<std::string> allowed) {
+    std::string members;
+    for (const auto& name : allowed) members += (members.empty() ? "" : ",") + name;
+    return {[allowed](const std::string& value) -> std::string {
+                if (std::find(allowed.begin(), allowed.end(), value) != allowed.end()) return {};
+                std::string list;
+                for (const auto& name : allowed) list += (list.empty() ? "" : ", ") + name;
+                return value + " is not one of " + list;
+            },
+            "{" + members + "}"};
 }
 
 const std::vector<MatrixAxis>& matrixAxes() {
@@ -69,12 +79,13 @@ const std::vector<MatrixAxis>& matrixAxes() {
          [](MatrixCell& cell, const std::string& value) { cell.os = std::stoi(value); }, "os"},
         {"--locale", "LOCALE",
          "Language of the texts and number formats, e.g. de_DE, repeatable (default: the environment's)", "",
-         [](const std::string& text) -> std::string {
-             if (!text.empty() && text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
-                                                         "0123456789_-.@") == std::string::npos)
-                 return {};
-             return "not a locale name: " + text;
-         },
+         {[](const std::string& text) -> std::string {
+              if (!text.empty() && text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                                          "0123456789_-.@") == std::string::npos)
+                  return {};
+              return "not a locale name: " + text;
+          },
+          ""},
          [](MatrixCell& cell, const std::string& value) { cell.locale = value; }, ""},
         {"--scheme", "SCHEME", "Colour scheme: light, dark or both, repeatable (default: both)", "both",
          oneOf({"light", "dark", "both"}),
@@ -220,7 +231,8 @@ const CommandRegistration renderCommand{"render", [](CLI::App& app) {
         const auto& axis = matrixAxes()[a];
         command->add_option(axis.option, options->axisValues[a], axis.help)
             ->type_name(axis.typeName)
-            ->check(CLI::Validator([check = axis.check](std::string& value) { return check(value); }, axis.typeName));
+            ->check(CLI::Validator([test = axis.check.test](std::string& value) { return test(value); },
+                                   axis.check.description));
     }
     std::vector<std::string> appearanceNames;
     for (auto a : kAllAppearances) appearanceNames.emplace_back(appearanceName(a));
