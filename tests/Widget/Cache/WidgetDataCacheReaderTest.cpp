@@ -16,22 +16,18 @@ using test::local;
 class WidgetDataCacheReaderTest : public ::testing::Test {
   protected:
     std::shared_ptr<WidgetDataCacheReader> readerWith(WidgetDataCacheType type) {
+        using enum WidgetDataCacheType;
+        const auto& calendar = test::newYork();
+        WidgetDataCacheReader::Strategy strategy;
+        if (type == calories)
+            strategy = std::make_shared<CaloriesDataReadStrategy>("CaloriesData", calendar, world.clock);
+        if (type == macronutrients)
+            strategy =
+                std::make_shared<MacronutrientsDataReadStrategy>("MacronutrientsData", calendar, world.clock);
+        if (type == water)
+            strategy = std::make_shared<WaterDataReadStrategy>("WaterEntryData", calendar, world.clock);
         auto reader = WidgetDataCacheReader::make(world.environment());
-        const auto env = world.environment();
-        switch (type) {
-            case WidgetDataCacheType::calories:
-                reader->registerStrategy(type, std::make_shared<CaloriesDataReadStrategy>(
-                                                   "CaloriesData", env.calendar, env.clock));
-                break;
-            case WidgetDataCacheType::macronutrients:
-                reader->registerStrategy(type, std::make_shared<MacronutrientsDataReadStrategy>(
-                                                   "MacronutrientsData", env.calendar, env.clock));
-                break;
-            case WidgetDataCacheType::water:
-                reader->registerStrategy(
-                    type, std::make_shared<WaterDataReadStrategy>("WaterEntryData", env.calendar, env.clock));
-                break;
-        }
+        reader->registerStrategy(type, strategy);
         return reader;
     }
 
@@ -162,47 +158,37 @@ TEST_F(WidgetDataCacheReaderTest, ReadOutlivingItsReaderSaysUnknown) {
 }
 
 TEST_F(WidgetDataCacheReaderTest, NextDayEntriesResetTheDayAtTheNextLocalMidnight) {
-    auto calories = readerWith(WidgetDataCacheType::calories);
-    auto macros = readerWith(WidgetDataCacheType::macronutrients);
-    auto water = readerWith(WidgetDataCacheType::water);
-    const auto decode = [](const std::shared_ptr<WidgetDataCacheReader>& reader, WidgetDataCacheType type,
-                           const std::string& json) {
-        return *reader->strategy(type)->decodeEntry(platform::bytesOf(json));
+    using enum WidgetDataCacheType;
+    // Today's record as stored, and the reader's entry for the next day.
+    const auto todayAndNext = [&](WidgetDataCacheType type, const std::string& json) {
+        const auto reader = readerWith(type);
+        const auto today = *reader->strategy(type)->decodeEntry(platform::bytesOf(json));
+        return std::pair{today, reader->nextDayEntry(today, type).value()};
     };
-
     // 2024-03-10 is 23 hours long in New York: the day is added on the calendar.
-    const auto today =
-        decode(calories, WidgetDataCacheType::calories, test::caloriesJSON(local(2024, 3, 9, 15)));
-    const auto next = calories->nextDayEntry(today, WidgetDataCacheType::calories);
-    ASSERT_TRUE(next);
+    const Date midnight{731739600};  // 2024-03-10 00:00 EST
+    const auto [today, next] = todayAndNext(calories, test::caloriesJSON(local(2024, 3, 9, 15)));
     auto wanted = std::get<CaloriesConsumedDataEntry>(today);
-    wanted.date = Date{731739600};  // 2024-03-10 00:00 EST
-    wanted.consumed = "0";
-    wanted.exercise = "0";
+    wanted.date = midnight;
+    wanted.consumed = wanted.exercise = "0";
     wanted.remaining = "2,000";
     wanted.progress = wanted.reverseProgress = wanted.exerciseProgress = 0;
-    EXPECT_EQ(*next, AnyWidgetDataCacheEntry(wanted));
+    EXPECT_EQ(next, AnyWidgetDataCacheEntry(wanted));
 
-    const auto macrosToday =
-        decode(macros, WidgetDataCacheType::macronutrients, test::macronutrientsJSON(local(2024, 3, 9, 8)));
-    const auto macrosNext = std::get<MacronutrientsDataEntry>(
-        *macros->nextDayEntry(macrosToday, WidgetDataCacheType::macronutrients));
-    auto macrosExpected = std::get<MacronutrientsDataEntry>(macrosToday);
-    macrosExpected.date = Date{731739600};
-    for (auto& [kind, value] : macrosExpected.values) value.value = 0;
-    EXPECT_EQ(macrosNext, macrosExpected);  // absent nutrients stay absent
+    const auto [macrosToday, macrosNext] =
+        todayAndNext(macronutrients, test::macronutrientsJSON(local(2024, 3, 9, 8)));
+    auto macros = std::get<MacronutrientsDataEntry>(macrosToday);
+    macros.date = midnight;
+    for (auto& [kind, value] : macros.values) value.value = 0;
+    EXPECT_EQ(macrosNext, AnyWidgetDataCacheEntry(macros));  // absent nutrients stay absent
 
-    const auto waterToday =
-        decode(water, WidgetDataCacheType::water, test::waterJSON(local(2024, 3, 9, 8), 900, "cups"));
-    const auto waterNext =
-        std::get<WaterDataEntry>(*water->nextDayEntry(waterToday, WidgetDataCacheType::water));
-    EXPECT_EQ(waterNext.waterValue, 0.0f);
-    EXPECT_EQ(waterNext.waterUnit, WaterWidgetUnit::cups);
-    EXPECT_EQ(waterNext.date, Date{731739600});
+    const auto [waterToday, waterNext] =
+        todayAndNext(water, test::waterJSON(local(2024, 3, 9, 8), 900, "cups"));
+    EXPECT_EQ(waterNext, AnyWidgetDataCacheEntry(WaterDataEntry{midnight, true, 0, WaterWidgetUnit::cups}));
 
     // A strategy leaves a record of another kind as it is.
-    EXPECT_EQ(calories->strategy(WidgetDataCacheType::calories)->makeNextDayEntry(waterToday), waterToday);
-    EXPECT_EQ(water->strategy(WidgetDataCacheType::water)->makeNextDayEntry(today), today);
+    EXPECT_EQ(readerWith(calories)->strategy(calories)->makeNextDayEntry(waterToday), waterToday);
+    EXPECT_EQ(readerWith(water)->strategy(water)->makeNextDayEntry(today), today);
 }
 
 }  // namespace
