@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -13,6 +12,7 @@
 #include "Widget/Cache/InteractiveWaterData.hpp"
 #include "Widget/Cache/InteractiveWidgetDataCacheReader.hpp"
 #include "Widget/Cache/InteractiveWidgetDataCacheWriter.hpp"
+#include "tests/Platform/store/StoreTestSupport.hpp"
 
 using namespace qrv::widget;
 using qrv::platform::bytesOf;
@@ -66,34 +66,30 @@ TEST(InteractiveWaterDataCodingTest, EncodesCompactlyAndRoundTrips) {
 // Some other kind of record, to see what the writer does with it.
 struct OtherData final : InteractiveWidgetData {};
 
+// The shared instances' strategies on a scratch store, so the key is the one the app reads.
 class InteractiveCacheTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        char pattern[] = "/tmp/qrv-interactive-XXXXXX";
-        ASSERT_NE(::mkdtemp(pattern), nullptr);
-        dir_ = pattern;
-        store_ = UserDefaults::atPath(dir_ / "store.plist");
-    }
-    void TearDown() override { std::filesystem::remove_all(dir_); }
-
     InteractiveWidgetDataCacheReader reader() const {
-        return InteractiveWidgetDataCacheReader(
-            {{InteractiveWidgetDataType::water,
-              std::make_shared<InteractiveWaterDataReadStrategy>(std::string(kKey))}},
-            store_);
+        return InteractiveWidgetDataCacheReader(InteractiveWidgetDataCacheReader::shared().strategies(),
+                                                store_);
     }
     InteractiveWidgetDataCacheWriter writer() const {
-        return InteractiveWidgetDataCacheWriter(
-            {{InteractiveWidgetDataType::water,
-              std::make_shared<InteractiveWaterDataWriteStrategy>(std::string(kKey))}},
-            store_);
+        return InteractiveWidgetDataCacheWriter(InteractiveWidgetDataCacheWriter::shared().strategies(),
+                                                store_);
     }
 
-    std::filesystem::path dir_;
-    std::shared_ptr<UserDefaults> store_;
+    qrv::test::ScratchDirectory dir_;
+    std::shared_ptr<UserDefaults> store_ = UserDefaults::atPath(dir_.path() / "store.plist");
 };
 
 TEST_F(InteractiveCacheTest, WritesAppendInOrderAndReadBackEveryDay) {
+    // Nothing stored, nothing that decodes, or no strategy: no list.
+    for (const auto& value : {PropertyListValue("[]"), PropertyListValue(std::int64_t{3}),
+                              PropertyListValue(dataOf("not json"))}) {
+        store_->set(kKey, value);
+        EXPECT_FALSE(reader().readWater());
+    }
+    store_->removeObject(kKey);
     EXPECT_FALSE(reader().readWater());
     auto w = writer();
     const InteractiveWaterDataList taps{{Date{754000000}, 250, WaterWidgetUnit::ml},
@@ -104,18 +100,8 @@ TEST_F(InteractiveCacheTest, WritesAppendInOrderAndReadBackEveryDay) {
         EXPECT_EQ(w.write(taps[i], InteractiveWidgetDataType::water), InteractiveWriteResult::stored);
         EXPECT_EQ(reader().readWater(), InteractiveWaterDataList(taps.begin(), taps.begin() + i + 1));
     }
-    ASSERT_TRUE(store_->data(kKey));
-}
-
-TEST_F(InteractiveCacheTest, ReaderGivesNothingForWhatDoesNotDecode) {
-    const PropertyListValue stored[] = {PropertyListValue("[]"), PropertyListValue(std::int64_t{3}),
-                                        PropertyListValue(dataOf("not json"))};
-    for (const auto& value : stored) {
-        store_->set(kKey, value);
-        EXPECT_FALSE(reader().read(InteractiveWidgetDataType::water).has_value());
-    }
-    const InteractiveWidgetDataCacheReader noStrategies({}, store_);
-    EXPECT_FALSE(noStrategies.read(InteractiveWidgetDataType::water).has_value());
+    EXPECT_FALSE(
+        InteractiveWidgetDataCacheReader({}, store_).read(InteractiveWidgetDataType::water).has_value());
 }
 
 TEST_F(InteractiveCacheTest, UnreadableListStartsOverAndIsKeptBesideTheStore) {
@@ -127,7 +113,7 @@ TEST_F(InteractiveCacheTest, UnreadableListStartsOverAndIsKeptBesideTheStore) {
                                         PropertyListValue("a string")};
     const InteractiveWaterData tap{Date{10}, 250, WaterWidgetUnit::ml};
     for (const auto& value : stored) {
-        for (const auto& file : std::filesystem::directory_iterator(dir_))
+        for (const auto& file : std::filesystem::directory_iterator(dir_.path()))
             if (file.path().filename() != "store.plist") std::filesystem::remove(file.path());
         store_->set(kKey, value);
         ::testing::internal::CaptureStdout();
@@ -141,7 +127,7 @@ TEST_F(InteractiveCacheTest, UnreadableListStartsOverAndIsKeptBesideTheStore) {
         // The old bytes are kept in one file beside the store, and one line on
         // standard error names it; standard output stays the reader's.
         std::vector<std::filesystem::path> kept;
-        for (const auto& file : std::filesystem::directory_iterator(dir_))
+        for (const auto& file : std::filesystem::directory_iterator(dir_.path()))
             if (file.path().filename().string().starts_with("store.plist.WaterInteractiveData-unreadable-"))
                 kept.push_back(file.path());
         ASSERT_EQ(kept.size(), 1u);
@@ -170,14 +156,6 @@ TEST_F(InteractiveCacheTest, OtherKindsRemoveTheListAndBadRecordsLeaveItAlone) {
 
     EXPECT_EQ(w.write(OtherData{}, InteractiveWidgetDataType::water), InteractiveWriteResult::removed);
     EXPECT_FALSE(store_->object(kKey));
-}
-
-TEST(InteractiveSharedInstancesTest, UseTheWaterInteractiveDataKey) {
-    auto& reader = InteractiveWidgetDataCacheReader::shared();
-    auto& writer = InteractiveWidgetDataCacheWriter::shared();
-    EXPECT_EQ(&reader, &InteractiveWidgetDataCacheReader::shared());
-    EXPECT_EQ(reader.strategies().at(InteractiveWidgetDataType::water)->dataKey(), kKey);
-    EXPECT_EQ(writer.strategies().at(InteractiveWidgetDataType::water)->dataKey(), kKey);
 }
 
 }  // namespace
