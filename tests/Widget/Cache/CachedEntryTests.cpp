@@ -157,6 +157,8 @@ TEST(CachedEntryRecords, InvalidFixturesDoNotDecode) {
     }
 }
 
+// The app reads what the widget writes: compact, keys in field order, the
+// nutrient map as a flat list of key and value. Round trips are tested above.
 TEST(CachedEntryRecords, EncodesCompactlyInFieldOrder) {
     WaterDataEntry water{Date{754000000.5}, true, 0.1f, WaterWidgetUnit::cups};
     EXPECT_EQ(water.encode(), R"({"date":754000000.5,"isLoggedIn":true,"waterValue":0.1,"waterUnit":"cups"})");
@@ -165,12 +167,4 @@ TEST(CachedEntryRecords, EncodesCompactlyInFieldOrder) {
     EXPECT_EQ(macros.encode(),
               R"({"date":-978307200,"isLoggedIn":true,"values":[0,{"title":"Carbs","maxValue":165,"value":50,"type":0},)"
               R"(1,{"title":"Fat","maxValue":65,"value":35,"type":1},2,{"title":"Protein","maxValue":85,"value":65,"type":2}]})");
-
-    auto calories = CaloriesConsumedDataEntry::makeSample(Date{1});
-    calories.subtitle = "a/b";
-    EXPECT_EQ(calories.encode(),
-              R"({"date":1,"isLoggedIn":true,"shouldShowBarcodeButton":true,"energyUnitTitle":"cals",)"
-              R"("condensedEnergyUnitTitle":"cal","goalTitle":"Base Goal","goal":"1,500","goalAdjustedForExercise":"1,750",)"
-              R"("consumedTitle":"Food","consumed":"500","exerciseTitle":"Exercise","exercise":"250","remaining":"1,250",)"
-              R"("subtitle":"a\/b","progress":0.33,"reverseProgress":0,"exerciseProgress":0})");
 }

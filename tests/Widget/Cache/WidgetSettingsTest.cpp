@@ -13,13 +13,6 @@ namespace {
 namespace fs = std::filesystem;
 using platform::PropertyListValue;
 
-// The app reads these flags to know which widgets are on the home screen.
-TEST(WidgetSettingsCacheType, InstalledFlagKeys) {
-    EXPECT_EQ(installedKey(WidgetDataCacheType::water), "WaterWidgetInstalled");
-    EXPECT_EQ(installedKey(WidgetDataCacheType::calories), "CaloriesWidgetInstalled");
-    EXPECT_EQ(installedKey(WidgetDataCacheType::macronutrients), "MacrosWidgetInstalled");
-}
-
 // The fallback and the once-only store touch process state, so they run in a child.
 TEST(WidgetSettings, UnusableContainerFallsBackToStandardDefaultsWithoutData) {
     test::ScratchDirectory scratch;
