@@ -7,7 +7,6 @@
 #include <limits>
 #include <numbers>
 
-#include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
 #include "Widget/Calories/CaloriesConsumedWidgetView.hpp"
 #include "Widget/Calories/WidgetStatView.hpp"
 #include "Widget/Shared/LocalizedStringProvider.hpp"
@@ -19,22 +18,10 @@ namespace {
 using namespace qrv::platform;
 using namespace qrv::widget::testing;
 
-constexpr std::array<WidgetFamily, 5> kFamilies{
-    WidgetFamily::systemSmall, WidgetFamily::systemMedium, WidgetFamily::accessoryCircular,
-    WidgetFamily::accessoryRectangular, WidgetFamily::accessoryInline};
-
 CaloriesConsumedDataEntry entry(bool loggedIn = true, bool barcode = true) {
     auto e = CaloriesConsumedDataEntry::makeSample(Date{0});
     e.isLoggedIn = loggedIn;
     e.shouldShowBarcodeButton = barcode;
-    return e;
-}
-
-CaloriesConsumedDataEntry largeFigures() {
-    auto e = entry();
-    e.goal = e.consumed = e.exercise = e.remaining = "12,345";
-    e.subtitle = "Remaining";
-    e.progress = 1.4;
     return e;
 }
 
@@ -76,69 +63,52 @@ TEST(CaloriesConsumedWidgetView, HomeScreenOffersSearchAndBarcodeOnlyWhenAsked) 
 
 TEST(CaloriesConsumedWidgetView, LoggedOutShowsThePromptInEveryFamilyAndNoFigures) {
     const std::string prompt = localizedString("dashb.widget.login.long", "Log in to view data.");
-    auto e = entry(false);
-    for (auto family : kFamilies) {
-        const auto list = render(e, family);
-        std::string all;
-        for (const auto& t : list.texts) all += t.text + "|";
-        EXPECT_NE(all.find(prompt), std::string::npos) << name(family) << ": " << all;
+    for (auto family : kContentFamilies) {
+        SCOPED_TRACE(name(family));
+        const auto list = render(entry(false), family);
+        const std::string all = allTexts(list);
+        EXPECT_NE(all.find(prompt), std::string::npos) << all;
         for (const char* figure : {"1,250", "1,500", "500", "250", "Remaining"})
-            EXPECT_EQ(all.find(figure), std::string::npos) << name(family) << " shows " << figure;
-        expectNothingClipped(list, std::string(name(family)));
+            EXPECT_EQ(all.find(figure), std::string::npos) << "shows " << figure;
+        expectNothingClipped(list);
     }
 }
 
-// The gauge's arcs, as drawn: the fraction of a turn each covers and where it starts.
-struct GaugeArc {
-    double fraction = 0, startDegrees = 0, lineWidth = 0;
-    Color color{};
-    LineCap cap = LineCap::butt;
-};
-std::vector<GaugeArc> gaugeArcs(const DisplayList& list) {
-    std::vector<GaugeArc> out;
-    for (const auto& o : list.ops) {
-        const auto* s = std::get_if<op::StrokePath>(&o);
-        if (!s) continue;
-        for (const auto& el : s->path.elements())
-            if (const auto* arc = std::get_if<PathArc>(&el)) {
-                double start = std::fmod(arc->startAngle * 180 / std::numbers::pi + 360, 360);
-                out.push_back({std::abs(arc->sweep) / (2 * std::numbers::pi), start, s->style.lineWidth,
-                               s->color, s->style.lineCap});
-            }
-    }
+// The gauge's arcs in drawing order: the share of a turn each covers, and its start in degrees.
+std::vector<std::pair<double, double>> gaugeArcs(const DisplayList& list) {
+    std::vector<std::pair<double, double>> out;
+    for (const auto& o : list.ops)
+        if (const auto* s = std::get_if<op::StrokePath>(&o))
+            for (const auto& el : s->path.elements())
+                if (const auto* arc = std::get_if<PathArc>(&el))
+                    out.emplace_back(std::abs(arc->sweep) / (2 * std::numbers::pi),
+                                     std::fmod(arc->startAngle * 180 / std::numbers::pi + 360, 360));
     return out;
 }
 
 TEST(CaloriesConsumedWidgetView, CircularGaugeDrawsItsShareOfTheOpenArc) {
+    // The track is 0.67 of a turn from 150° past three o'clock, so the opening
+    // is centred at the bottom; the progress covers its share of the track.
     const struct {
-        double progress, whiteFraction;
-    } cases[] = {{0.5, 0.335},
-                 {0.25, 0.1675},
-                 {1.0, 0.67},
-                 {1.2, 0.67},
-                 {std::numeric_limits<double>::quiet_NaN(), 0.67}};
+        double progress;
+        std::vector<double> fractions;  // track, then progress
+    } cases[] = {{0.5, {0.67, 0.335}},
+                 {0.25, {0.67, 0.1675}},
+                 {1.0, {0.67, 0.67}},
+                 {1.2, {0.67, 0.67}},
+                 {std::numeric_limits<double>::quiet_NaN(), {0.67, 0.67}},
+                 {0, {0.67}}};
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.progress);
         auto e = entry();
         e.progress = c.progress;
         const auto arcs = gaugeArcs(render(e, WidgetFamily::accessoryCircular));
-        ASSERT_EQ(arcs.size(), 2u) << c.progress;
-        const GaugeArc& track = arcs[0];
-        const GaugeArc& progress = arcs[1];
-        EXPECT_EQ(track.color.name, "neutralsBlack");
-        EXPECT_NEAR(track.color.light.alpha, 0.7, 1e-9);
-        EXPECT_NEAR(track.fraction, 0.67, 1e-9);
-        EXPECT_EQ(progress.color.name, "neutralsWhite");
-        EXPECT_NEAR(progress.fraction, c.whiteFraction, 1e-9) << c.progress;
-        for (const auto& arc : arcs) {
-            // Both start 150° past three o'clock, so the opening is centred at the bottom.
-            EXPECT_NEAR(arc.startDegrees, 150, 1e-6);
-            EXPECT_DOUBLE_EQ(arc.lineWidth, 5);
-            EXPECT_EQ(arc.cap, LineCap::round);
+        ASSERT_EQ(arcs.size(), c.fractions.size());
+        for (std::size_t i = 0; i < arcs.size(); ++i) {
+            EXPECT_NEAR(arcs[i].first, c.fractions[i], 1e-9);
+            EXPECT_NEAR(arcs[i].second, 150, 1e-6);
         }
     }
-    auto none = entry();
-    none.progress = 0;
-    EXPECT_EQ(gaugeArcs(render(none, WidgetFamily::accessoryCircular)).size(), 1u);  // the track alone
 }
 
 TEST(CaloriesConsumedWidgetView, StatFiguresCarryIdentifiersFromTheirTitles) {
@@ -148,6 +118,10 @@ TEST(CaloriesConsumedWidgetView, StatFiguresCarryIdentifiersFromTheirTitles) {
     EXPECT_EQ(labels["EnergyStatsView_BaseGoal_value"], "1,500");
     EXPECT_EQ(labels["EnergyStatsView_Food_value"], "500");
     EXPECT_EQ(labels["EnergyStatsView_Exercise_value"], "250");
+    std::vector<std::string> icons;
+    for (const auto& o : list.ops)
+        if (const auto* image = std::get_if<op::DrawImage>(&o)) icons.push_back(image->name);
+    EXPECT_EQ(icons, (std::vector<std::string>{"Search", "Barcode", "Base Goal", "Food", "Calories"}));
     // The small widget has no room for the rows.
     for (const auto& element : render(entry(), WidgetFamily::systemSmall).accessibility)
         EXPECT_EQ(element.identifier.find("_value"), std::string::npos) << element.identifier;
@@ -161,15 +135,14 @@ TEST(CaloriesConsumedWidgetView, StatFiguresCarryIdentifiersFromTheirTitles) {
 }
 
 TEST(CaloriesConsumedWidgetView, LargestFiguresFitEveryFamilyOnPhoneAndTablet) {
-    for (auto idiom : {catalog::DeviceIdiom::phone, catalog::DeviceIdiom::pad}) {
-        catalog::ScopedDeviceIdiom scoped(idiom);
-        for (auto family : kFamilies) {
-            const Size size = idiom == catalog::DeviceIdiom::pad ? padSize(family) : phoneSize(family);
-            const auto list = render(largeFigures(), family, size);
-            expectNothingClipped(list, std::string(name(family)));
-            EXPECT_TRUE(showsTextContaining(list, "12,345")) << name(family);
-        }
-    }
+    auto e = entry();
+    e.goal = e.consumed = e.exercise = e.remaining = "12,345";
+    e.progress = 1.4;
+    onPhoneAndTablet(kContentFamilies, [&](WidgetFamily family, Size size) {
+        const auto list = render(e, family, size);
+        expectNothingClipped(list);
+        EXPECT_TRUE(showsTextContaining(list, "12,345"));
+    });
 }
 
 TEST(CaloriesConsumedWidgetView, HomeScreenRingTitleGrowsOnTheTablet) {

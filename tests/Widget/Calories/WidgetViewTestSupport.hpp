@@ -5,8 +5,10 @@
 // the renderer gives it.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,10 +19,16 @@
 #include "Platform/drawing/Layout.hpp"
 #include "Platform/drawing/Recorder.hpp"
 #include "Platform/timeline/Timeline.hpp"
+#include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
 
 namespace qrv::widget::testing {
 
 using Preferences = std::vector<std::pair<std::string, platform::Rect>>;
+
+inline constexpr std::array<platform::WidgetFamily, 5> kContentFamilies{
+    platform::WidgetFamily::systemSmall, platform::WidgetFamily::systemMedium,
+    platform::WidgetFamily::accessoryCircular, platform::WidgetFamily::accessoryRectangular,
+    platform::WidgetFamily::accessoryInline};
 
 // Widget sizes on the reference phone and tablet (laid out at canvas size).
 inline platform::Size phoneSize(platform::WidgetFamily family) {
@@ -30,6 +38,19 @@ inline platform::Size padSize(platform::WidgetFamily family) {
     if (family == platform::WidgetFamily::systemSmall) return {155, 155};
     if (family == platform::WidgetFamily::systemMedium) return {342, 155};
     return phoneSize(family);
+}
+
+// Runs `check(family, size)` for each family on the reference phone, then on the tablet.
+template <class Check>
+void onPhoneAndTablet(std::span<const platform::WidgetFamily> families, Check check) {
+    for (auto idiom : {catalog::DeviceIdiom::phone, catalog::DeviceIdiom::pad}) {
+        catalog::ScopedDeviceIdiom scoped(idiom);
+        const bool pad = idiom == catalog::DeviceIdiom::pad;
+        for (auto family : families) {
+            SCOPED_TRACE(std::string(name(family)) + (pad ? " on the tablet" : " on the phone"));
+            check(family, pad ? padSize(family) : phoneSize(family));
+        }
+    }
 }
 
 struct ViewRender {
@@ -62,6 +83,13 @@ inline std::vector<std::string> shownTexts(const platform::DisplayList& list) {
     return out;
 }
 
+// Every text as given to the view, each followed by "|".
+inline std::string allTexts(const platform::DisplayList& list) {
+    std::string all;
+    for (const auto& t : list.texts) all += t.text + "|";
+    return all;
+}
+
 inline bool showsText(const platform::DisplayList& list, std::string_view text) {
     for (const auto& t : list.texts)
         if (t.shown == text) return true;
@@ -82,16 +110,17 @@ inline std::set<std::string> linkURLs(const platform::DisplayList& list) {
 }
 
 // Every text drawn whole (not cut short with "…") and inside the widget.
-inline void expectNothingClipped(const platform::DisplayList& list, const std::string& context) {
+inline void expectNothingClipped(const platform::DisplayList& list) {
     constexpr double slack = 0.5;
     for (const auto& t : list.texts) {
         if (t.shown.empty()) continue;
-        EXPECT_FALSE(t.truncated) << context << ": \"" << t.text << "\" shows as \"" << t.shown << "\"";
-        EXPECT_EQ(t.shown.find("\u2026"), std::string::npos) << context << ": " << t.shown;
-        EXPECT_GE(t.rect.minX(), -slack) << context << ": " << t.shown;
-        EXPECT_GE(t.rect.minY(), -slack) << context << ": " << t.shown;
-        EXPECT_LE(t.rect.maxX(), list.size.width + slack) << context << ": " << t.shown;
-        EXPECT_LE(t.rect.maxY(), list.size.height + slack) << context << ": " << t.shown;
+        SCOPED_TRACE("\"" + t.text + "\" shows as \"" + t.shown + "\"");
+        EXPECT_FALSE(t.truncated);
+        EXPECT_EQ(t.shown.find("\u2026"), std::string::npos);
+        EXPECT_GE(t.rect.minX(), -slack);
+        EXPECT_GE(t.rect.minY(), -slack);
+        EXPECT_LE(t.rect.maxX(), list.size.width + slack);
+        EXPECT_LE(t.rect.maxY(), list.size.height + slack);
     }
 }
 

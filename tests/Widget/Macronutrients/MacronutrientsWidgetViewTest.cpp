@@ -5,7 +5,6 @@
 
 #include <algorithm>
 
-#include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
 #include "Widget/Macronutrients/MacronutrientsWidgetValueView.hpp"
 #include "Widget/Macronutrients/MacronutrientsWidgetView.hpp"
 #include "tests/Widget/Calories/WidgetViewTestSupport.hpp"
@@ -16,10 +15,6 @@ namespace {
 using namespace qrv::platform;
 using namespace qrv::widget::testing;
 using enum MacronutrientsDataValueType;
-
-constexpr std::array<WidgetFamily, 5> kFamilies{
-    WidgetFamily::systemSmall, WidgetFamily::systemMedium, WidgetFamily::accessoryCircular,
-    WidgetFamily::accessoryRectangular, WidgetFamily::accessoryInline};
 
 MacronutrientsDataEntry entry(bool loggedIn = true) {
     auto e = MacronutrientsDataEntry::makeSample(Date{0});
@@ -40,18 +35,15 @@ std::size_t ringTitles(const DisplayList& list) {
 }
 
 TEST(MacronutrientsWidgetView, LoggedOutShowsThePromptInEveryFamilyAndDashesForFigures) {
-    const std::string prompt = "Log in to view data.";
-    for (auto family : kFamilies) {
+    for (auto family : kContentFamilies) {
+        SCOPED_TRACE(name(family));
         const auto list = render(entry(false), family);
-        std::string all;
-        for (const auto& t : list.texts) all += t.text + "|";
-        EXPECT_NE(all.find(prompt), std::string::npos) << name(family) << ": " << all;
-        // Where figures would stand, "--".
-        EXPECT_NE(all.find("--"), std::string::npos) << name(family) << ": " << all;
+        const std::string all = allTexts(list);
+        EXPECT_NE(all.find("Log in to view data."), std::string::npos) << all;
+        EXPECT_NE(all.find("--"), std::string::npos) << all;  // where figures would stand
         for (const char* figure : {"50", "165", "Carbs", "g left"})
-            EXPECT_EQ(all.find(figure), std::string::npos)
-                << name(family) << " shows " << figure << ": " << all;
-        expectNothingClipped(list, std::string(name(family)));
+            EXPECT_EQ(all.find(figure), std::string::npos) << "shows " << figure << ": " << all;
+        expectNothingClipped(list);
         EXPECT_FALSE(list.widgetURL) << "the widget, not the view, sets the link";
     }
     EXPECT_EQ(std::ranges::count(shownTexts(render(entry(false), WidgetFamily::systemMedium)), "--"), 3);
@@ -93,27 +85,25 @@ TEST(MacronutrientsWidgetView, NutrientsRunCarbsFatProteinInEveryLayout) {
     EXPECT_TRUE(showsText(render(entry(), WidgetFamily::accessoryRectangular), "50 / 165g"));
 }
 
-TEST(MacronutrientsWidgetView, GaugeIsSizedFromItsHeight) {
+TEST(MacronutrientsWidgetView, GaugeIsSizedFromItsHeightBetweenNameAndLeftLine) {
     // In a view 166 high the ring is 0.45 × 166 across and its track 8 wide.
     const MacronutrientsWidgetValueView view{MacronutrientsWidgetValueViewModel{entry().values.at(carbs)}};
     ViewRender r{.size = {120, 166}, .family = WidgetFamily::systemMedium};
     const auto list = r.record([&] { return view.body(); });
-    std::optional<op::StrokePath> track;
-    for (const auto& o : list.ops)
-        if (auto* s = std::get_if<op::StrokePath>(&o); s && s->color.name == "neutralsBackground") track = *s;
-    ASSERT_TRUE(track);
-    EXPECT_DOUBLE_EQ(track->style.lineWidth, 8);
-    EXPECT_NEAR(track->path.bounds().height(), 166 * 0.45, 1e-6);
-    // Name above, left line below.
-    Rect name{}, ring{}, left{};
-    for (const auto& t : list.texts) {
-        if (t.shown == "Carbs") name = t.rect;
-        if (t.accessibilityIdentifier == "MacroStatsView_progressViewTitle") ring = t.rect;
-        if (t.shown.find("left") != std::string::npos) left = t.rect;
-    }
-    EXPECT_LT(name.maxY(), track->path.bounds().minY());
-    EXPECT_GT(left.minY(), track->path.bounds().maxY());
-    EXPECT_TRUE(track->path.bounds().contains(ring.center()));
+    const auto track = std::ranges::find_if(list.ops, [](const DrawOp& o) {
+        const auto* s = std::get_if<op::StrokePath>(&o);
+        return s && s->color.name == "neutralsBackground";
+    });
+    ASSERT_NE(track, list.ops.end());
+    const auto& stroke = std::get<op::StrokePath>(*track);
+    const Rect ring = stroke.path.bounds();
+    EXPECT_DOUBLE_EQ(stroke.style.lineWidth, 8);
+    EXPECT_NEAR(ring.height(), 166 * 0.45, 1e-6);
+    std::map<std::string, Rect> at;
+    for (const auto& t : list.texts) at[t.shown] = t.rect;
+    EXPECT_LT(at.at("Carbs").maxY(), ring.minY());
+    EXPECT_TRUE(ring.contains(at.at("50").center()));
+    EXPECT_GT(at.at("115 g left").minY(), ring.maxY());
 }
 
 TEST(MacronutrientsWidgetView, OverTheGoalReadsInBold) {
@@ -138,19 +128,14 @@ TEST(MacronutrientsWidgetView, FourDigitGramsFitEveryFamilyOnPhoneAndTablet) {
     e.values[carbs].maxValue = 1500;
     e.values[fat].value = 1234.4;
     e.values[fat].maxValue = 999;
-    e.values[protein].value = 9999;
-    e.values[protein].maxValue = 9999;
-    for (auto idiom : {catalog::DeviceIdiom::phone, catalog::DeviceIdiom::pad})
-        for (auto family : kFamilies) {
-            catalog::ScopedDeviceIdiom scoped(idiom);
-            const Size size = idiom == catalog::DeviceIdiom::pad ? padSize(family) : phoneSize(family);
-            const auto list = render(e, family, size);
-            expectNothingClipped(list, std::string(name(family)));
-            if (family != WidgetFamily::accessoryCircular) {
-                EXPECT_TRUE(showsTextContaining(list, "1234") || showsTextContaining(list, "1,234"))
-                    << name(family);
-            }
+    e.values[protein].value = e.values[protein].maxValue = 9999;
+    onPhoneAndTablet(kContentFamilies, [&](WidgetFamily family, Size size) {
+        const auto list = render(e, family, size);
+        expectNothingClipped(list);
+        if (family != WidgetFamily::accessoryCircular) {
+            EXPECT_TRUE(showsTextContaining(list, "1234") || showsTextContaining(list, "1,234"));
         }
+    });
 }
 
 TEST(MacronutrientsWidgetView, CompactCountsAreWholeGrams) {

@@ -4,10 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "Platform/locale/Locale.hpp"
-#include "QRVUICatalog/Fonts/DeviceIdiom.hpp"
 #include "Widget/Water/WaterLevelWidgetView.hpp"
 #include "Widget/Water/WaterWidgetView.hpp"
-#include "Widget/Water/WaterWidgetViewLogAction.hpp"
 #include "tests/Widget/Calories/WidgetViewTestSupport.hpp"
 
 namespace qrv::widget {
@@ -39,61 +37,38 @@ WaterDataEntry entry(float amount, WaterWidgetUnit unit, bool loggedIn = true) {
     return WaterDataEntry{Date{0}, loggedIn, amount, unit};
 }
 
-std::vector<IntentInvocation> intents(const DisplayList& list) {
-    std::vector<IntentInvocation> out;
-    for (const auto& region : list.hitRegions)
-        if (auto* intent = std::get_if<IntentInvocation>(&region.target)) out.push_back(*intent);
-    return out;
-}
+const std::pair<WidgetFamily, const char*> kPages[] = {
+    {WidgetFamily::systemSmall, "qrv://qrv/widgets/water_small"},
+    {WidgetFamily::systemMedium, "qrv://qrv/widgets/water_medium"},
+};
 
-TEST(WaterWidgetView, EachSizeOpensItsOwnPageOffTheButton) {
-    const std::pair<WidgetFamily, const char*> cases[] = {
-        {WidgetFamily::systemSmall, "qrv://qrv/widgets/water_small"},
-        {WidgetFamily::systemMedium, "qrv://qrv/widgets/water_medium"},
-    };
-    for (const auto& [family, url] : cases)
-        for (bool loggedIn : {true, false}) {
-            const auto r = render(entry(24, WaterWidgetUnit::oz, loggedIn), family);
-            EXPECT_EQ(r.list.widgetURL, url) << name(family);
-            const auto corner = r.list.targetAt({1, 1});
-            ASSERT_TRUE(corner);
-            EXPECT_EQ(std::get<LinkTarget>(*corner).url, url) << name(family);
-        }
-}
-
-TEST(WaterWidgetView, ButtonLogsOneIncrementOfTheEntrysUnit) {
+TEST(WaterWidgetView, ButtonLogsOneIncrementOfTheUnitAndTheRestOpensTheSizesPage) {
     const struct {
         WaterWidgetUnit unit;
         std::vector<std::string> parameters;
     } cases[] = {{WaterWidgetUnit::oz, {"oz", "8"}},
                  {WaterWidgetUnit::ml, {"ml", "250"}},
                  {WaterWidgetUnit::cups, {"cups", "2"}}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(waterLogAction(c.unit), (WaterLogAction{"WaterWidgetIntent", c.parameters}));
-        for (auto family : {WidgetFamily::systemSmall, WidgetFamily::systemMedium}) {
+    for (const auto& c : cases)
+        for (const auto& [family, url] : kPages) {
+            SCOPED_TRACE(::testing::Message() << name(family) << " " << c.parameters[0]);
             const auto r = render(entry(3, c.unit), family);
+            EXPECT_EQ(r.list.widgetURL, url);
+            EXPECT_EQ(std::get<LinkTarget>(r.list.targetAt({1, 1}).value()).url, url);
             // The button lies on top (last); the medium widget has the clear link under it.
-            ASSERT_EQ(r.list.hitRegions.size(), family == WidgetFamily::systemMedium ? 2u : 1u)
-                << name(family);
-            const auto& button = r.list.hitRegions.back();
-            EXPECT_EQ(std::get<IntentInvocation>(button.target),
+            ASSERT_EQ(r.list.hitRegions.size(), family == WidgetFamily::systemMedium ? 2u : 1u);
+            const Rect button = r.list.hitRegions.back().rect;
+            EXPECT_EQ(std::get<IntentInvocation>(r.list.targetAt(button.center()).value()),
                       (IntentInvocation{"WaterWidgetIntent", c.parameters}));
-            const auto tapped = r.list.targetAt(button.rect.center());
-            ASSERT_TRUE(tapped);
-            EXPECT_TRUE(std::holds_alternative<IntentInvocation>(*tapped));
-            // The caption is the model's, drawn white on a brand-tinted fill.
-            bool caption = false;
-            for (const auto& t : r.list.texts)
-                caption =
-                    caption || (t.shown == r.model->buttonText() && button.rect.contains(t.rect.center()));
-            EXPECT_TRUE(caption) << r.model->buttonText();
-            bool filled = false;
-            for (const auto& o : r.list.ops)
-                if (auto* f = std::get_if<op::FillPath>(&o))
-                    filled = filled || (f->color.name == "brandPrimary" && f->path.bounds() == button.rect);
-            EXPECT_TRUE(filled);
+            // The caption is the model's, drawn on a brand-tinted fill.
+            EXPECT_TRUE(std::ranges::any_of(r.list.texts, [&](const DrawnText& t) {
+                return t.shown == r.model->buttonText() && button.contains(t.rect.center());
+            }));
+            EXPECT_TRUE(std::ranges::any_of(r.list.ops, [&](const DrawOp& o) {
+                const auto* f = std::get_if<op::FillPath>(&o);
+                return f && f->color.name == "brandPrimary" && f->path.bounds() == button;
+            }));
         }
-    }
 }
 
 // The glass's frame and its marks' frames, as the last layout reported them.
@@ -112,43 +87,33 @@ Glass glassOf(const Preferences& preferences, const WaterLevelWidgetViewModel& m
 }
 
 TEST(WaterWidgetView, GlassIsMeasuredThenFilledToTheModelsHeight) {
+    // Amounts on a mark of their scale, and none; between marks is the model's rule.
     const struct {
         float amount;
         WaterWidgetUnit unit;
-    } cases[] = {{24, WaterWidgetUnit::oz},  {4, WaterWidgetUnit::oz},   {3250, WaterWidgetUnit::ml},
-                 {600, WaterWidgetUnit::ml}, {5, WaterWidgetUnit::cups}, {0, WaterWidgetUnit::oz}};
+    } cases[] = {{24, WaterWidgetUnit::oz},
+                 {1250, WaterWidgetUnit::ml},
+                 {6, WaterWidgetUnit::cups},
+                 {0, WaterWidgetUnit::oz}};
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.amount);
         const auto r = render(entry(c.amount, c.unit), WidgetFamily::systemMedium);
         const auto& level = *r.model->waterLevelViewModel();
         const Glass glass = glassOf(r.render.preferences, level);
         ASSERT_GT(glass.frame.height(), 0);
         ASSERT_EQ(glass.marks.size(), 7u);
-        EXPECT_EQ(r.render.passes, c.amount > 0 ? 2 : 1)
-            << c.amount;  // a second pass only when the water rose
-
-        // The same measurements given to a fresh model give the same height.
-        WaterLevelWidgetViewModel fresh(c.amount, c.unit);
-        fresh.buildRows();
-        fresh.setTotalHeight(glass.frame.height());
-        for (const auto& [value, mark] : glass.marks)
-            fresh.updateRowPosition(value, mark.midY() - glass.frame.minY());
-        fresh.updateWaterHeight();
-        EXPECT_DOUBLE_EQ(level.waterHeight(), fresh.waterHeight()) << c.amount;
-
-        // On a mark, the surface is at the mark.
-        if (const auto mark = glass.marks.find(static_cast<std::int64_t>(c.amount));
-            mark != glass.marks.end()) {
-            EXPECT_NEAR(glass.frame.maxY() - level.waterHeight(), mark->second.midY(), 1e-9);
-        }
-
-        // The column drawn: brand colour, from the glass's bottom, that high.
+        EXPECT_EQ(r.render.passes, c.amount > 0 ? 2 : 1);  // a second pass only when the water rose
+        if (c.amount == 0) continue;
+        // The surface is at the amount's mark, and the column drawn in the
+        // brand colour rises that high from the glass's bottom.
+        EXPECT_NEAR(glass.frame.maxY() - level.waterHeight(),
+                    glass.marks.at(static_cast<std::int64_t>(c.amount)).midY(), 1e-9);
         std::optional<Rect> column;
         for (const auto& o : r.list.ops)
             if (auto* f = std::get_if<op::FillPath>(&o);
                 f && f->color.name == "brandPrimary" && glass.frame.contains(f->path.bounds().center()))
                 column = f->path.bounds();
-        if (c.amount == 0) continue;
-        ASSERT_TRUE(column) << c.amount;
+        ASSERT_TRUE(column);
         EXPECT_NEAR(column->height(), level.waterHeight(), 1e-9);
         EXPECT_NEAR(column->maxY(), glass.frame.maxY(), 1e-9);
     }
@@ -209,30 +174,30 @@ TEST(WaterWidgetView, TotalIsWhiteInTheDarkOnly) {
     }
 }
 
-TEST(WaterWidgetView, LoggedOutShowsTheMessageAndNothingToTap) {
-    for (auto family : {WidgetFamily::systemSmall, WidgetFamily::systemMedium}) {
+TEST(WaterWidgetView, LoggedOutShowsTheMessageAndOnlyTheSizesPage) {
+    for (const auto& [family, url] : kPages) {
+        SCOPED_TRACE(name(family));
         const auto r = render(entry(24, WaterWidgetUnit::oz, false), family);
-        EXPECT_TRUE(intents(r.list).empty());
+        EXPECT_EQ(r.list.widgetURL, url);
+        EXPECT_TRUE(r.list.hitRegions.empty());
         EXPECT_TRUE(r.render.preferences.empty());
         ASSERT_EQ(r.list.texts.size(), 1u);
         EXPECT_EQ(r.list.texts[0].text, r.model->loggedOutMessage());
-        expectNothingClipped(r.list, std::string(name(family)));
+        expectNothingClipped(r.list);
     }
 }
 
 TEST(WaterWidgetView, LongTotalsFitOnPhoneAndTablet) {
-    for (auto idiom : {catalog::DeviceIdiom::phone, catalog::DeviceIdiom::pad}) {
-        catalog::ScopedDeviceIdiom scoped(idiom);
-        for (auto family : {WidgetFamily::systemSmall, WidgetFamily::systemMedium})
-            for (const auto& e : {entry(3250, WaterWidgetUnit::ml), entry(123.5, WaterWidgetUnit::oz),
-                                  entry(14.5, WaterWidgetUnit::cups), entry(99999, WaterWidgetUnit::ml)}) {
-                const Size size = idiom == catalog::DeviceIdiom::pad ? padSize(family) : phoneSize(family);
-                const auto r = render(e, family, size);
-                expectNothingClipped(r.list,
-                                     std::string(name(family)) + " " + r.model->waterRepresentation());
-                EXPECT_TRUE(showsText(r.list, r.model->waterRepresentation()));
-            }
-    }
+    const WidgetFamily families[] = {WidgetFamily::systemSmall, WidgetFamily::systemMedium};
+    onPhoneAndTablet(families, [](WidgetFamily family, Size size) {
+        for (const auto& e : {entry(3250, WaterWidgetUnit::ml), entry(123.5, WaterWidgetUnit::oz),
+                              entry(14.5, WaterWidgetUnit::cups), entry(99999, WaterWidgetUnit::ml)}) {
+            const auto r = render(e, family, size);
+            SCOPED_TRACE(r.model->waterRepresentation());
+            expectNothingClipped(r.list);
+            EXPECT_TRUE(showsText(r.list, r.model->waterRepresentation()));
+        }
+    });
 }
 
 }  // namespace
