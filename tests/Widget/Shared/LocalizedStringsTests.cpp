@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <optional>
 #include <regex>
 #include <string>
 #include <vector>
@@ -9,7 +7,6 @@
 #include "Platform/locale/Locale.hpp"
 #include "Platform/locale/StringCatalog.hpp"
 #include "Widget/Shared/LocalizedStringProvider.hpp"
-#include "Widget/Shared/WidgetsLocalizedStringProvider.hpp"
 
 namespace qrv::widget {
 namespace {
@@ -113,49 +110,6 @@ TEST(LocalizedStrings, EmptyTableShowsEveryKeyAsItself) {
     ScopedTable table{StringCatalog()};
     ScopedLocaleOverride locale(Locale("de_DE"));
     for (const auto& key : kKeys) EXPECT_EQ(localizedString(key, "comment"), key);
-    EXPECT_EQ(localizedStringWithFormat(localizedString("dashb.macros.gram.left", "%d g left"), {15}),
-              "dashb.macros.gram.left");
-    EXPECT_EQ("/150" + localizedString("unitSystems.gram.abbreviation.plural", "g"),
-              "/150unitSystems.gram.abbreviation.plural");
-}
-
-TEST(LocalizedStrings, GermanEnvironmentGivesGermanTextsAndGrouping) {
-    ScopedTable table(StringCatalog::load(shippedTable()));
-    ScopedLocaleOverride noOverride(std::nullopt);
-    const char* names[] = {"LC_ALL", "LC_MESSAGES", "LANG"};
-    std::optional<std::string> saved[3];
-    for (int i = 0; i < 3; ++i) {
-        if (const char* v = std::getenv(names[i])) saved[i] = v;
-        ::unsetenv(names[i]);
-    }
-    ::setenv("LANG", "de_DE.UTF-8", 1);
-
-    const WidgetsLocalizedStringProvider provider;
-    const LocalizedStringProvider& viaInterface = provider;
-    EXPECT_EQ(viaInterface.localizedString("Today", ""), "Heute");
-    EXPECT_EQ(WidgetsLocalizedStringProvider::shared()->localizedString("Water", ""), "Wasser");
-    EXPECT_EQ(localizedStringWithFormat(viaInterface.localizedString("dashb.macros.gram.left", "%d g left"),
-                                        {1234}),
-              "Noch 1.234 g übrig");
-
-    for (int i = 0; i < 3; ++i) {
-        if (saved[i])
-            ::setenv(names[i], saved[i]->c_str(), 1);
-        else
-            ::unsetenv(names[i]);
-    }
-}
-
-TEST(LocalizedStrings, ATestProviderReplacesTheTable) {
-    struct Fixed final : LocalizedStringProvider {
-        std::string localizedString(std::string_view key, std::string_view) const override {
-            return key == "dashb.macros.gram.left" ? "%d g left" : std::string(key);
-        }
-    };
-    const LocalizedStringProviderRef provider = std::make_shared<const Fixed>();
-    ScopedLocaleOverride locale(Locale("en_US"));
-    EXPECT_EQ(localizedStringWithFormat(provider->localizedString("dashb.macros.gram.left", ""), {15}),
-              "15 g left");
 }
 
 }  // namespace
