@@ -1,101 +1,69 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "Platform/dispatch/ManualExecutor.hpp"
 #include "QRVUnitSystem/UnitSystemLoader.hpp"
 #include "Widget/Cache/InteractiveWidgetDataCacheWriter.hpp"
 #include "Widget/Providers/WaterWidgetProvider.hpp"
 #include "Widget/Water/WaterWidgetIntent.hpp"
+#include "tests/Widget/Cache/ReaderTestSupport.hpp"
 
 using namespace qrv::widget;
 using namespace qrv::platform;
+using qrv::test::local;
 
 namespace {
 
 class WaterWidgetProviderTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        qrv::units::reloadUnitSystem(std::string(QRV_BIN_DIR));
-        char pattern[] = "/tmp/qrv-water-provider-XXXXXX";
-        ASSERT_NE(::mkdtemp(pattern), nullptr);
-        dir_ = pattern;
-        store_ = UserDefaults::atPath(dir_ / "store.plist");
-        clock_ = std::make_shared<ManualClock>(at(2024, 3, 9, 15));
-        environment_ =
-            WidgetDataCacheReaderEnvironment{store_, calendar_, clock_, DispatchQueues{main_, background_},
-                                             [this](std::string_view line) { lines_.emplace_back(line); }};
-    }
-    void TearDown() override {
-        std::filesystem::remove_all(dir_);
-        qrv::units::reloadUnitSystem();
-    }
+    void SetUp() override { qrv::units::reloadUnitSystem(std::string(QRV_BIN_DIR)); }
+    void TearDown() override { qrv::units::reloadUnitSystem(); }
 
-    Date at(int year, int month, int day, int hour = 0) const {
-        return *calendar_.date(DateComponents{year, month, day, hour, 0, 0});
-    }
-    void storeEntry(const WaterDataEntry& entry) {
-        const auto json = entry.encode();
-        store_->set("WaterEntryData", PropertyListValue::Data(json.begin(), json.end()));
-    }
+    void storeEntry(const WaterDataEntry& entry) { world.put("WaterEntryData", entry.encode()); }
     // A tap on the widget's button at `when`.
     void tap(const char* unit, const char* amount, Date when) {
         ManualClock tapClock(when);
-        InteractiveWidgetDataCacheWriter writer(
-            {{InteractiveWidgetDataType::water,
-              std::make_shared<InteractiveWaterDataWriteStrategy>("WaterInteractiveData")}},
-            store_);
+        InteractiveWidgetDataCacheWriter writer(InteractiveWidgetDataCacheWriter::shared().strategies(),
+                                                world.store);
         WaterWidgetIntent(unit, amount).withClock(tapClock).withWriter(writer).perform();
     }
 
-    Timeline<WaterDataEntry> askTimeline() {
-        const auto provider = WaterWidgetProvider::make(environment_);
-        std::optional<Timeline<WaterDataEntry>> answer;
-        provider.getTimeline(TimelineProviderContext{},
-                             [&](Timeline<WaterDataEntry> t) { answer = std::move(t); });
+    // Asks the provider, which answers from the background queue.
+    template <class Answer, class Ask>
+    Answer ask(Ask ask) {
+        std::optional<Answer> answer;
+        ask(WaterWidgetProvider::make(world.environment()), [&](Answer a) { answer = std::move(a); });
         EXPECT_FALSE(answer) << "answered on the calling thread";
-        background_->drain();
+        world.background->drain();
         EXPECT_TRUE(answer);
-        return answer.value_or(Timeline<WaterDataEntry>{});
+        return answer.value_or(Answer{});
+    }
+    Timeline<WaterDataEntry> askTimeline() {
+        return ask<Timeline<WaterDataEntry>>([](const auto& p, auto done) { p.getTimeline({}, done); });
     }
     WaterDataEntry askSnapshot() {
-        const auto provider = WaterWidgetProvider::make(environment_);
-        std::optional<WaterDataEntry> answer;
-        provider.getSnapshot(TimelineProviderContext{}, [&](WaterDataEntry e) { answer = e; });
-        EXPECT_FALSE(answer);
-        background_->drain();
-        EXPECT_TRUE(answer);
-        return answer.value_or(WaterDataEntry{});
+        return ask<WaterDataEntry>([](const auto& p, auto done) { p.getSnapshot({}, done); });
     }
 
-    Calendar calendar_{*TimeZone::named("Europe/Berlin")};
-    std::filesystem::path dir_;
-    std::shared_ptr<UserDefaults> store_;
-    std::shared_ptr<ManualClock> clock_;
-    std::shared_ptr<ManualExecutor> main_ = std::make_shared<ManualExecutor>();
-    std::shared_ptr<ManualExecutor> background_ = std::make_shared<ManualExecutor>();
-    std::vector<std::string> lines_;
-    WidgetDataCacheReaderEnvironment environment_ = WidgetDataCacheReaderEnvironment::defaults();
+    qrv::test::ReaderWorld world;
 };
 
 TEST_F(WaterWidgetProviderTest, TodaysTapsAddToTheStoredFigureOnlyInTheTimeline) {
-    const Date now = clock_->now();
-    storeEntry(WaterDataEntry{at(2024, 3, 9, 8), true, 500, WaterWidgetUnit::ml});
+    const Date now = world.clock->now();
+    storeEntry(WaterDataEntry{local(2024, 3, 9, 8), true, 500, WaterWidgetUnit::ml});
     tap("ml", "250", now);
     tap("ml", "250", now);
 
     const auto timeline = askTimeline();
     ASSERT_EQ(timeline.entries.size(), 2u);
-    EXPECT_EQ(timeline.entries[0], (WaterDataEntry{at(2024, 3, 9, 8), true, 1000, WaterWidgetUnit::ml}));
-    EXPECT_EQ(timeline.entries[1], (WaterDataEntry{at(2024, 3, 10), true, 0, WaterWidgetUnit::ml}));
+    EXPECT_EQ(timeline.entries[0], (WaterDataEntry{local(2024, 3, 9, 8), true, 1000, WaterWidgetUnit::ml}));
+    EXPECT_EQ(timeline.entries[1], (WaterDataEntry{local(2024, 3, 10), true, 0, WaterWidgetUnit::ml}));
     EXPECT_EQ(timeline.policy, TimelineReloadPolicy::atEnd());
-    EXPECT_EQ(askSnapshot(), (WaterDataEntry{at(2024, 3, 9, 8), true, 500, WaterWidgetUnit::ml}));
-    EXPECT_TRUE(store_->boolValue("WaterWidgetInstalled"));
-    EXPECT_TRUE(lines_.empty());
+    EXPECT_EQ(askSnapshot(), (WaterDataEntry{local(2024, 3, 9, 8), true, 500, WaterWidgetUnit::ml}));
+    EXPECT_TRUE(world.store->boolValue("WaterWidgetInstalled"));
+    EXPECT_TRUE(world.lines().empty());
 }
 
 TEST_F(WaterWidgetProviderTest, FirstEntryResetsDailyAndAddsTodaysTapsInItsUnit) {
@@ -111,8 +79,8 @@ TEST_F(WaterWidgetProviderTest, FirstEntryResetsDailyAndAddsTodaysTapsInItsUnit)
         bool unitLibrary;
         WaterDataEntry expected;
     };
-    const Date now = clock_->now();
-    const Date yesterday = at(2024, 3, 8, 21);
+    const Date now = world.clock->now();
+    const Date yesterday = local(2024, 3, 8, 21);
     const Case cases[] = {
         {"yesterday's figure resets, logged in, unit kept",
          WaterDataEntry{yesterday, false, 2000, WaterWidgetUnit::ml},
@@ -125,44 +93,44 @@ TEST_F(WaterWidgetProviderTest, FirstEntryResetsDailyAndAddsTodaysTapsInItsUnit)
          true,
          WaterDataEntry{now, true, 16, WaterWidgetUnit::oz}},
         {"yesterday's tap does not count, cups convert to ounces",
-         WaterDataEntry{at(2024, 3, 9, 9), true, 10, WaterWidgetUnit::oz},
+         WaterDataEntry{local(2024, 3, 9, 9), true, 10, WaterWidgetUnit::oz},
          {{"oz", "8", yesterday}, {"cups", "2", now}},
          true,
-         WaterDataEntry{at(2024, 3, 9, 9), true, 26, WaterWidgetUnit::oz}},
+         WaterDataEntry{local(2024, 3, 9, 9), true, 26, WaterWidgetUnit::oz}},
         {"a tap just after midnight counts",
          std::nullopt,
-         {{"oz", "8", at(2024, 3, 9)}},
+         {{"oz", "8", local(2024, 3, 9)}},
          true,
          WaterDataEntry{now, true, 8, WaterWidgetUnit::oz}},
         {"without the unit library cups add unconverted",
-         WaterDataEntry{at(2024, 3, 9, 9), true, 10, WaterWidgetUnit::oz},
+         WaterDataEntry{local(2024, 3, 9, 9), true, 10, WaterWidgetUnit::oz},
          {{"cups", "2", now}},
          false,
-         WaterDataEntry{at(2024, 3, 9, 9), true, 12, WaterWidgetUnit::oz}},
+         WaterDataEntry{local(2024, 3, 9, 9), true, 12, WaterWidgetUnit::oz}},
     };
     for (const auto& c : cases) {
-        store_->removeObject("WaterEntryData");
-        store_->removeObject("WaterInteractiveData");
+        world.store->removeObject("WaterEntryData");
+        world.store->removeObject("WaterInteractiveData");
         if (c.stored) storeEntry(*c.stored);
         for (const auto& t : c.taps) tap(t.unit, t.amount, t.when);
         qrv::units::reloadUnitSystem(c.unitLibrary ? std::string(QRV_BIN_DIR) : "/nonexistent");
         const auto timeline = askTimeline();
         ASSERT_EQ(timeline.entries.size(), 2u) << c.name;
         EXPECT_EQ(timeline.entries[0], c.expected) << c.name;
-        EXPECT_EQ(timeline.entries[1].date, at(2024, 3, 10)) << c.name;
+        EXPECT_EQ(timeline.entries[1].date, local(2024, 3, 10)) << c.name;
         EXPECT_EQ(timeline.entries[1].waterValue, 0.0f) << c.name;
     }
 }
 
 TEST_F(WaterWidgetProviderTest, UnreadableSourcesFallBackQuietly) {
-    store_->set("WaterEntryData", PropertyListValue::Data{'{', '}'});
-    store_->set("WaterInteractiveData", PropertyListValue("not data"));
+    world.store->set("WaterEntryData", PropertyListValue::Data{'{', '}'});
+    world.store->set("WaterInteractiveData", PropertyListValue("not data"));
     const auto timeline = askTimeline();
     ASSERT_FALSE(timeline.entries.empty());
-    EXPECT_EQ(timeline.entries[0], (WaterDataEntry{clock_->now(), true, 0, WaterWidgetUnit::oz}));
+    EXPECT_EQ(timeline.entries[0], (WaterDataEntry{world.clock->now(), true, 0, WaterWidgetUnit::oz}));
     // The provider never rewrites what it reads.
-    EXPECT_EQ(store_->object("WaterInteractiveData"), PropertyListValue("not data"));
-    EXPECT_EQ(WaterWidgetProvider::make(environment_).placeholder(TimelineProviderContext{}),
+    EXPECT_EQ(world.store->object("WaterInteractiveData"), PropertyListValue("not data"));
+    EXPECT_EQ(WaterWidgetProvider::make(world.environment()).placeholder(TimelineProviderContext{}),
               WaterDataEntry::sample());
 }
 
