@@ -77,24 +77,18 @@ TEST(WaterWidgetIntentTest, EachRunHandsOneLenientlyReadRecordToTheWriter) {
     }
 }
 
-TEST(WaterWidgetIntentTest, PlainInitializerAndInvocationRoundTrip) {
-    const WaterWidgetIntent plain;
-    EXPECT_EQ(plain.waterValue, "0");
-    EXPECT_EQ(plain.waterUnit, "oz");
-
-    const WaterWidgetIntent button("cups", "2");
-    const auto invocation = button.invocation();
+// A tap hands the button's invocation to the registry, which rebuilds the intent from it.
+TEST(WaterWidgetIntentTest, InvocationRebuildsTheSameIntent) {
+    const auto invocation = WaterWidgetIntent("cups", "2").invocation();
     EXPECT_EQ(invocation.intentName, "WaterWidgetIntent");
     ASSERT_EQ(invocation.parameters.size(), 2u);
     EXPECT_EQ(invocation.parameters[0].name, "waterValue");
     EXPECT_EQ(invocation.parameters[1].name, "waterUnit");
-
-    auto rebuilt = IntentRegistry::make(invocation);
-    ASSERT_NE(rebuilt, nullptr);
-    EXPECT_EQ(rebuilt->invocation(), invocation);
-    // A button that carries no parameters gets the plain defaults.
-    EXPECT_EQ(IntentRegistry::make(IntentRequest{"WaterWidgetIntent", {}})->invocation(), plain.invocation());
-    EXPECT_EQ(IntentRegistry::make(IntentRequest{"NoSuchIntent", {}}), nullptr);
+    EXPECT_EQ(IntentRegistry::make(invocation)->invocation(), invocation);
+    // Without parameters: the plain intent, nothing in ounces.
+    EXPECT_EQ(IntentRegistry::make(IntentRequest{"WaterWidgetIntent", {}})->invocation(),
+              WaterWidgetIntent("oz", "0").invocation());
+    EXPECT_EQ(WaterWidgetIntent().invocation(), WaterWidgetIntent("oz", "0").invocation());
     EXPECT_FALSE(IntentRegistry::perform(IntentRequest{"NoSuchIntent", {}}));
 }
 
