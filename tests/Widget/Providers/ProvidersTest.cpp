@@ -54,40 +54,37 @@ TEST_F(ProvidersTest, CaloriesTimelineRollsOverAtTheNextLocalMidnight) {
               (std::vector<WidgetFetchEvent>{{"widget_calories", "small", local(2024, 3, 9, 15)}}));
 }
 
-TEST_F(ProvidersTest, MacronutrientTimelineRecordsItsOwnName) {
-    world.put("MacronutrientsData", test::macronutrientsJSON(local(2024, 3, 9, 8)));
-    const auto provider = MacronutrientsWidgetProvider::make(world.environment());
-    std::optional<platform::Timeline<MacronutrientsDataEntry>> answer;
-    provider.getTimeline(TimelineProviderContext::forFamily(WidgetFamily::systemMedium),
-                         [&](auto timeline) { answer = std::move(timeline); });
-    world.settle();
-    ASSERT_TRUE(answer);
-    ASSERT_EQ(answer->entries.size(), 2u);
-    EXPECT_EQ(answer->entries[1].values.at(MacronutrientsDataValueType::carbs).value, 0.0);
-    EXPECT_EQ(recordedEvents(*world.store),
-              (std::vector<WidgetFetchEvent>{{"widget_macros", "medium", local(2024, 3, 9, 15)}}));
-}
-
-TEST_F(ProvidersTest, EverySnapshotAndTimelineRecordsItsCoarseSize) {
+TEST_F(ProvidersTest, EverySnapshotAndTimelineRecordsItsNameAndCoarseSize) {
     world.put("CaloriesData", test::caloriesJSON(local(2024, 3, 9, 14)));
-    const auto provider = CaloriesWidgetProvider::make(world.environment());
-    std::vector<std::string> expectedSizes;
+    world.put("MacronutrientsData", test::macronutrientsJSON(local(2024, 3, 9, 8)));
+    const auto calories = CaloriesWidgetProvider::make(world.environment());
+    std::vector<std::pair<std::string, std::string>> expected;
     int answers = 0;
     for (auto family : platform::kAllWidgetFamilies) {
         const auto context = TimelineProviderContext::forFamily(family);
-        provider.getSnapshot(context, [&](const CaloriesConsumedDataEntry& entry) {
+        calories.getSnapshot(context, [&](const CaloriesConsumedDataEntry& entry) {
             EXPECT_EQ(entry.date, local(2024, 3, 9, 14));
             ++answers;
         });
-        provider.getTimeline(context, [&](auto) { ++answers; });
+        calories.getTimeline(context, [&](auto) { ++answers; });
         const std::string size = family == WidgetFamily::systemMedium ? "medium" : "small";
-        expectedSizes.insert(expectedSizes.end(), {size, size});
+        expected.insert(expected.end(), 2, {"widget_calories", size});
     }
+    MacronutrientsWidgetProvider::make(world.environment())
+        .getTimeline(TimelineProviderContext::forFamily(WidgetFamily::systemMedium), [&](auto timeline) {
+            ASSERT_EQ(timeline.entries.size(), 2u);
+            EXPECT_EQ(timeline.entries[1].values.at(MacronutrientsDataValueType::carbs).value, 0.0);
+            ++answers;
+        });
+    expected.emplace_back("widget_macros", "medium");
     world.settle();
-    EXPECT_EQ(answers, 14);
-    std::vector<std::string> sizes;
-    for (const auto& event : recordedEvents(*world.store)) sizes.push_back(event.widgetSize);
-    EXPECT_EQ(sizes, expectedSizes);
+    EXPECT_EQ(answers, 15);
+    std::vector<std::pair<std::string, std::string>> recorded;
+    for (const auto& event : recordedEvents(*world.store)) {
+        recorded.emplace_back(event.widgetName, event.widgetSize);
+        EXPECT_EQ(event.date, local(2024, 3, 9, 15));
+    }
+    EXPECT_EQ(recorded, expected);
 }
 
 TEST_F(ProvidersTest, NoCurrentRecordOrARecordOfAnotherKindGivesNoAnswerAndNoEvent) {
