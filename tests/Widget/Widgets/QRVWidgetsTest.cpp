@@ -7,15 +7,15 @@
 #include <string>
 #include <vector>
 
-#include "Platform/drawing/FixedAdvanceTextMeasurer.hpp"
-#include "Platform/drawing/Recorder.hpp"
 #include "Platform/locale/Locale.hpp"
 #include "Widget/Cache/CaloriesConsumedDataEntry.hpp"
 #include "Widget/Cache/MacronutrientsDataEntry.hpp"
 #include "Widget/Widgets/QRVWidgets.hpp"
+#include "tests/Widget/Shared/WidgetGoldenSupport.hpp"
 
 using namespace qrv::widget;
 using namespace qrv::platform;
+using qrv::widget::testing::recorded;
 
 namespace {
 
@@ -29,14 +29,6 @@ const WidgetConfiguration* find(const std::vector<WidgetConfiguration>& widgets,
     for (const auto& widget : widgets)
         if (widget.kind() == kind) return &widget;
     return nullptr;
-}
-
-DisplayList draw(const WidgetContent& content, WidgetFamily family, Size size) {
-    RenderOptions options;
-    options.size = size;
-    options.widgetFamily = family;
-    const FixedAdvanceTextMeasurer measurer;
-    return render(content.body(), options, measurer);
 }
 
 }  // namespace
@@ -92,8 +84,8 @@ TEST(QRVWidgetsTest, MacronutrientsWidgetOpensItsScreenWhereverTapped) {
     ASSERT_NE(macros, nullptr);
     for (auto family : {WidgetFamily::systemSmall, WidgetFamily::systemMedium, WidgetFamily::accessoryInline,
                         WidgetFamily::accessoryRectangular, WidgetFamily::accessoryCircular}) {
-        const auto list = draw(macros->content(entry, family, ColorScheme::light), family,
-                               TimelineProviderContext::typicalDisplaySize(family));
+        const auto list = recorded(macros->content(entry, family, ColorScheme::light).body(),
+                                   TimelineProviderContext::typicalDisplaySize(family), family);
         EXPECT_EQ(list.widgetURL, "qrv://qrv/widgets/macronutrients") << name(family);
     }
 }
@@ -103,7 +95,7 @@ TEST(QRVWidgetsTest, AnEntryOfAnotherWidgetDrawsNothing) {
     const auto calories = WidgetEntry(CaloriesConsumedDataEntry::makeSample(Date{700000000}));
     const auto* water = find(widgets, "com.qrv.widget.Water");
     ASSERT_NE(water, nullptr);
-    const auto nothing = draw(water->content(calories, WidgetFamily::systemSmall, ColorScheme::light),
-                              WidgetFamily::systemSmall, {158, 158});
+    const auto nothing =
+        recorded(water->content(calories, WidgetFamily::systemSmall, ColorScheme::light).body(), {158, 158});
     EXPECT_TRUE(nothing.ops.empty());
 }
