@@ -110,16 +110,11 @@ TEST(MacronutrientsWidgetView, OverTheGoalReadsInBold) {
     auto e = entry();
     e.values[fat].value = 95.4;
     e.values[fat].maxValue = 80;
-    const auto list = render(e, WidgetFamily::systemMedium);
-    bool boldOver = false, regularLeft = false;
-    for (const auto& o : list.ops)
-        if (auto* t = std::get_if<op::DrawText>(&o)) {
-            if (t->text.find("over") != std::string::npos) boldOver = t->font.weight == FontWeight::bold;
-            if (t->text.find("left") != std::string::npos)
-                regularLeft = t->font.weight == FontWeight::regular;
-        }
-    EXPECT_TRUE(boldOver);
-    EXPECT_TRUE(regularLeft);
+    std::map<std::string, FontWeight> weights;
+    for (const auto& o : render(e, WidgetFamily::systemMedium).ops)
+        if (auto* t = std::get_if<op::DrawText>(&o)) weights[t->text] = t->font.weight;
+    EXPECT_EQ(weights.at("15 g over"), FontWeight::bold);
+    EXPECT_EQ(weights.at("115 g left"), FontWeight::regular);
 }
 
 TEST(MacronutrientsWidgetView, FourDigitGramsFitEveryFamilyOnPhoneAndTablet) {

@@ -49,9 +49,6 @@ TEST_F(ProvidersTest, CaloriesTimelineRollsOverAtTheNextLocalMidnight) {
     EXPECT_EQ(today.consumed, "1,900");
     EXPECT_EQ(tomorrow.date, local(2024, 3, 10));  // the reader's next-day entry: its rules are tested there
     EXPECT_EQ(tomorrow.consumed, "0");
-
-    EXPECT_EQ(recordedEvents(*world.store),
-              (std::vector<WidgetFetchEvent>{{"widget_calories", "small", local(2024, 3, 9, 15)}}));
 }
 
 TEST_F(ProvidersTest, EverySnapshotAndTimelineRecordsItsNameAndCoarseSize) {
