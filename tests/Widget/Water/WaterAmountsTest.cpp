@@ -6,10 +6,10 @@
 #include "Widget/Water/WaterAmounts.hpp"
 
 using namespace qrv::widget;
-using qrv::platform::Date;
 
 namespace {
 
+// Totals of taps in mixed units are the water provider test's cases.
 class WaterAmountsTest : public ::testing::Test {
   protected:
     void SetUp() override { qrv::units::reloadUnitSystem(std::string(QRV_BIN_DIR)); }
@@ -34,25 +34,6 @@ TEST_F(WaterAmountsTest, FormatsThroughTheUnitLibraryOrFallsBack) {
     for (const auto& c : cases) EXPECT_EQ(formattedAmount(c.unit, c.amount), c.withLibrary) << c.withLibrary;
     qrv::units::reloadUnitSystem("/nonexistent");
     for (const auto& c : cases) EXPECT_EQ(formattedAmount(c.unit, c.amount), c.without) << c.without;
-}
-
-TEST_F(WaterAmountsTest, TotalsConvertIntoTheTargetUnit) {
-    const Date now{754'000'000};
-    const std::vector<InteractiveWaterData> mixed{{now, 8, WaterWidgetUnit::oz},
-                                                  {now, 250, WaterWidgetUnit::ml}};
-    const float ozPerMl = 1.0f / 29.5735295625f;
-    EXPECT_FLOAT_EQ(totalAmount(mixed, WaterWidgetUnit::oz), 8 + 250 * ozPerMl);
-    EXPECT_FLOAT_EQ(totalAmount(mixed, WaterWidgetUnit::ml), 8 * 29.5735295625f + 250);
-    EXPECT_EQ(
-        totalAmount({{now, 2, WaterWidgetUnit::cups}, {now, 8, WaterWidgetUnit::oz}}, WaterWidgetUnit::oz),
-        24.0f);
-    EXPECT_EQ(totalAmount({}, WaterWidgetUnit::ml), 0.0f);
-
-    // Without the library nothing is lost: amounts in other units count as they are.
-    qrv::units::reloadUnitSystem("/nonexistent");
-    EXPECT_EQ(
-        totalAmount({{now, 2, WaterWidgetUnit::cups}, {now, 8, WaterWidgetUnit::oz}}, WaterWidgetUnit::oz),
-        10.0f);
 }
 
 }  // namespace
