@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <unordered_set>
@@ -19,11 +18,8 @@ namespace {
 
 class MacronutrientsWidgetValueViewModelTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        units::reloadUnitSystem(std::string(QRV_BIN_DIR));
-        useTable(platform::StringCatalog::load(std::filesystem::path(QRV_TEST_DATA) / ".." / "Widget" /
-                                               "Resources" / platform::StringCatalog::kDefaultTableFile));
-    }
+    // The string table is the one beside the program, as the widgets find it.
+    void SetUp() override { units::reloadUnitSystem(std::string(QRV_BIN_DIR)); }
     void TearDown() override {
         platform::StringCatalog::setMain(nullptr);
         units::reloadUnitSystem();
