@@ -1,7 +1,8 @@
 // The bundle and the three widget definitions: what is offered on which
-// system version, in which order, with which families, margins and texts, the
-// deep link the macronutrients definition puts on its whole widget, and that a
-// definition draws only its own entries.
+// system version, in which order, with which margins and texts, the deep link
+// the macronutrients definition puts on its whole widget, and that a
+// definition draws only its own entries. Each widget's families are drawn,
+// one image each, by the pixel golden test.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -44,23 +45,6 @@ TEST(QRVWidgetsTest, WidgetsOfferedOnEachSystemVersion) {
     // Margins are the platform's before 17 and the views' own from 17 on.
     for (const auto& widget : QRVWidgets{}.body(16)) EXPECT_FALSE(widget.contentMarginsAreDisabled()) << widget.kind();
     for (const auto& widget : QRVWidgets{}.body(17)) EXPECT_TRUE(widget.contentMarginsAreDisabled()) << widget.kind();
-}
-
-TEST(QRVWidgetsTest, FamiliesHomeScreenFirstThenLockScreen) {
-    const auto widgets = QRVWidgets{}.body(17);
-    using F = WidgetFamily;
-    const std::pair<const char*, std::vector<F>> rows[] = {
-        {"com.qrv.widget.CaloriesConsumed",
-         {F::systemSmall, F::systemMedium, F::accessoryInline, F::accessoryCircular}},
-        {"com.qrv.widget.Macronutrients", {F::systemMedium, F::accessoryInline, F::accessoryRectangular}},
-        {"com.qrv.widget.Water", {F::systemSmall, F::systemMedium}},
-    };
-    for (const auto& [kind, families] : rows) {
-        const auto* widget = find(widgets, kind);
-        ASSERT_NE(widget, nullptr) << kind;
-        EXPECT_EQ(widget->supportedFamilies(), families) << kind;
-        EXPECT_FALSE(widget->supports(F::systemLarge)) << kind;
-    }
 }
 
 TEST(QRVWidgetsTest, GalleryTextsComeFromTheStringTable) {
