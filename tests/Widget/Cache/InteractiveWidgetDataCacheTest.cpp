@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <string>
 
@@ -127,9 +126,8 @@ TEST_F(InteractiveCacheTest, UnreadableListStartsOverAndIsKeptBesideTheStore) {
             if (file.path().filename().string().starts_with("store.plist.WaterInteractiveData-unreadable-"))
                 kept.push_back(file.path());
         ASSERT_EQ(kept.size(), 1u);
-        std::ifstream in(kept[0], std::ios::binary);
-        const PropertyListValue::Data bytes{std::istreambuf_iterator<char>(in), {}};
-        EXPECT_EQ(bytes, value.dataValue() ? *value.dataValue() : qrv::platform::PropertyList::encode(value));
+        EXPECT_EQ(qrv::test::readBytes(kept[0]),
+                  value.dataValue() ? *value.dataValue() : qrv::platform::PropertyList::encode(value));
         EXPECT_EQ(out, "");
         EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
         EXPECT_NE(err.find(kept[0].string()), std::string::npos) << err;
