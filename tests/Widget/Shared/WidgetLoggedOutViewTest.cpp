@@ -38,7 +38,6 @@ TEST(WidgetLoggedOutView, TheExplicitFamilyOverridesTheEnvironment) {
     } cases[] = {
         {WidgetFamily::systemSmall, std::nullopt, kMessage, kMessage, true},
         {WidgetFamily::systemMedium, std::nullopt, kMessage, kMessage, true},
-        {WidgetFamily::systemLarge, std::nullopt, kMessage, kMessage, true},
         {WidgetFamily::accessoryRectangular, std::nullopt, kMessage, "--", false},
         {WidgetFamily::systemSmall, WidgetFamily::accessoryCircular, kMessage, "--", false},
         {WidgetFamily::accessoryCircular, WidgetFamily::systemMedium, kMessage, kMessage, true},
