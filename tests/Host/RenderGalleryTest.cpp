@@ -74,13 +74,6 @@ class RenderGalleryTest : public ::testing::Test {
         return renderGallery(QRVWidgets{}.body(systemVersion), options, environment_, progress);
     }
 
-    static std::vector<const ManifestImage*> imagesOf(const Manifest& manifest, const std::string& kind) {
-        std::vector<const ManifestImage*> found;
-        for (const auto& image : manifest.images)
-            if (image.kind == kind) found.push_back(&image);
-        return found;
-    }
-
     Calendar calendar_{*TimeZone::named("Europe/Berlin")};
     Date now_ = *calendar_.date(DateComponents{2024, 3, 9, 15, 0, 0});
     std::filesystem::path dir_;
@@ -200,15 +193,14 @@ TEST_F(RenderGalleryTest, ProvidersThatDoNotAnswerShowTheirPlaceholder) {
     options.widgets = {"calories", "water"};
     options.families = {WidgetFamily::systemSmall};
     options.wait = std::chrono::milliseconds(300);
-    const auto result = render(options);
-    const auto calories = imagesOf(result.manifest, kCalories);
-    ASSERT_EQ(calories.size(), 1u);
-    EXPECT_TRUE(calories[0]->placeholder);
-    // Drawn as the platform draws placeholders: shapes, no legible text.
-    EXPECT_TRUE(calories[0]->texts.empty());
-    const auto water = imagesOf(result.manifest, kWater);
-    ASSERT_EQ(water.size(), 2u);
-    EXPECT_FALSE(water[0]->placeholder);
+    std::map<std::string, int> images;
+    for (const auto& image : render(options).manifest.images) {
+        ++images[image.kind];
+        EXPECT_EQ(image.placeholder, image.kind == kCalories) << image.kind;
+        // Drawn as the platform draws placeholders: shapes, no legible text.
+        EXPECT_TRUE(!image.placeholder || image.texts.empty());
+    }
+    EXPECT_EQ(images, (std::map<std::string, int>{{kCalories, 1}, {kWater, 2}}));
 }
 
 TEST_F(RenderGalleryTest, RecordTextsAreEscapedInThePage) {
@@ -226,5 +218,4 @@ TEST_F(RenderGalleryTest, RecordTextsAreEscapedInThePage) {
     EXPECT_EQ(page.find("<script"), std::string::npos);
     EXPECT_NE(page.find("&lt;script&gt;alert(&quot;x&quot;)&lt;/script&gt;"), std::string::npos);
     EXPECT_NE(page.find("Tom &amp; &#39;Jerry&#39;"), std::string::npos);
-    EXPECT_EQ(escapeHTML("a<b>&\"'"), "a&lt;b&gt;&amp;&quot;&#39;");
 }
