@@ -243,12 +243,16 @@ TEST(StoreUserDefaults, PlistutilAndTheStoreReadEachOtherAndNothingIsLeftBehind)
     std::sort(names.begin(), names.end());
     EXPECT_EQ(names, (std::vector<std::string>{"group.com.qrv.widgets.plist", "group.com.qrv.widgets.plist.lock"}));
 
-    if (!test::haveProgram("plistutil")) {
+    if (std::system("command -v plistutil >/dev/null") != 0)
         GTEST_SKIP() << "plistutil not installed (Debian package libplist-utils)";
-    }
+    const auto plistutil = [](const fs::path& in, const char* format, const fs::path& out) {
+        const std::string command = "plistutil -i '" + in.string() + "' -f " + format + " -o '" + out.string() + "'";
+        return std::system(command.c_str()) == 0;
+    };
 
-    std::string xml;
-    ASSERT_TRUE(test::runShell("plistutil -i " + test::shellQuote(store->filePath().string()) + " -f xml -o -", xml));
+    ASSERT_TRUE(plistutil(store->filePath(), "xml", scratch.path() / "store.xml"));
+    const auto xmlBytes = test::readBytes(scratch.path() / "store.xml");
+    const std::string xml(xmlBytes.begin(), xmlBytes.end());
     EXPECT_NE(xml.find("<key>WaterWidgetInstalled</key>\n\t<true/>"), std::string::npos) << xml;
     EXPECT_NE(xml.find("<key>WaterEntryData</key>\n\t<data>\n\te30=\n\t</data>"), std::string::npos) << xml;
     EXPECT_NE(xml.find("<integer>-7</integer>"), std::string::npos) << xml;
@@ -258,11 +262,7 @@ TEST(StoreUserDefaults, PlistutilAndTheStoreReadEachOtherAndNothingIsLeftBehind)
     const fs::path container = scratch.path() / "converted";
     const fs::path converted = suitePreferencesPath(container, kSuite);
     fs::create_directories(converted.parent_path());
-    std::string ignored;
-    ASSERT_TRUE(test::runShell("plistutil -i " +
-                                   test::shellQuote((kFixtureContainer / "group.com.qrv.widgets.xml").string()) +
-                                   " -f bin -o " + test::shellQuote(converted.string()),
-                               ignored));
+    ASSERT_TRUE(plistutil(kFixtureContainer / "group.com.qrv.widgets.xml", "bin", converted));
     const auto bytes = test::readBytes(converted);
     ASSERT_GE(bytes.size(), 8u);
     EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 8), "bplist00");
