@@ -34,6 +34,15 @@ const std::string kCaloriesJSON =
 
 platform::PropertyListValue::Data bytesOf(const std::string& text) { return {text.begin(), text.end()}; }
 
+// The water taps stored in `file`; an empty list when there are none.
+widget::InteractiveWaterDataList tapsIn(const fs::path& file) {
+    const auto taps = widget::decodeInteractiveWaterDataList(
+        platform::UserDefaults::atPath(file)->data("WaterInteractiveData").value_or(
+            platform::PropertyListValue::Data{}));
+    EXPECT_TRUE(taps.has_value()) << "the tap list in " << file << " does not decode";
+    return taps.value_or(widget::InteractiveWaterDataList{});
+}
+
 std::string pseudoRandomBytes(std::size_t size, unsigned seed) {
     std::mt19937 random(seed);
     std::string bytes(size, '\0');
@@ -90,7 +99,7 @@ TEST_F(StoreRecovery, DamagedFileIsSetAsideAndTheWidgetsCarryOn) {
     for (const auto& [name, bytes] : damaged) {
         SCOPED_TRACE(name);
         fs::remove_all(container_);
-        writeFile(storeFile(container_), bytes);
+        writeBytes(storeFile(container_), bytes);
 
         const auto first = calories();
         EXPECT_EQ(first.exitCode, 3);
@@ -109,11 +118,7 @@ TEST_F(StoreRecovery, DamagedFileIsSetAsideAndTheWidgetsCarryOn) {
         const auto again = calories();
         EXPECT_THAT(again.err, Not(HasSubstr("moved aside")));
         EXPECT_EQ(setAside().size(), 1u);
-        const auto store = platform::UserDefaults::atPath(storeFile(container_));
-        const auto taps = widget::decodeInteractiveWaterDataList(store->data("WaterInteractiveData").value_or(
-            platform::PropertyListValue::Data{}));
-        ASSERT_TRUE(taps.has_value());
-        EXPECT_EQ(taps->size(), 1u);
+        EXPECT_EQ(tapsIn(storeFile(container_)).size(), 1u);
     }
 }
 
@@ -122,7 +127,7 @@ TEST_F(StoreRecovery, ContainerThatCannotBeCreatedFallsBackToTheStandardDefaults
     // path that runs through a regular file cannot be created by anyone
     // (ENOTDIR), which is what a missing app-group entitlement looks like to
     // the store. The container comes from the environment, as on the phone.
-    writeFile(scratch_ / "not-a-directory", "x");
+    writeBytes(scratch_ / "not-a-directory", "x");
     environment_["QRV_APP_GROUP_CONTAINER"] = (scratch_ / "not-a-directory" / "container").string();
 
     const auto calories = run({"timeline", "--widget", "calories", "--now", kNow}, false);
@@ -132,12 +137,9 @@ TEST_F(StoreRecovery, ContainerThatCannotBeCreatedFallsBackToTheStandardDefaults
     ASSERT_EQ(run({"log-water", "--unit", "ml", "--amount", "300"}, false).exitCode, 0);
     const auto standard = scratch_ / "data" / "quorvane" / "standard" / "qrv-widgets.plist";
     ASSERT_TRUE(fs::exists(standard)) << "the tap went to the standard defaults";
-    const auto taps = widget::decodeInteractiveWaterDataList(
-        platform::UserDefaults::atPath(standard)->data("WaterInteractiveData").value_or(
-            platform::PropertyListValue::Data{}));
-    ASSERT_TRUE(taps.has_value());
-    ASSERT_EQ(taps->size(), 1u);
-    EXPECT_EQ(taps->front().waterValue, 300.0f);
+    const auto taps = tapsIn(standard);
+    ASSERT_EQ(taps.size(), 1u);
+    EXPECT_EQ(taps.front().waterValue, 300.0f);
 
     const auto water = run({"timeline", "--widget", "water", "--now", kNow}, false);
     EXPECT_EQ(water.exitCode, 0) << water.err;
@@ -213,10 +215,7 @@ TEST_F(StoreRecovery, TenMegabytesUnderTheRecordKeysLeavesTheWidgetsWorking) {
 
     // A tap starts a fresh list; the unreadable one is kept aside, not dropped.
     EXPECT_EQ(logWater("250").exitCode, 0);
-    const auto taps = widget::decodeInteractiveWaterDataList(
-        store->data("WaterInteractiveData").value_or(platform::PropertyListValue::Data{}));
-    ASSERT_TRUE(taps.has_value());
-    EXPECT_EQ(taps->size(), 1u);
+    EXPECT_EQ(tapsIn(storeFile(container_)).size(), 1u);
     // The unreadable list is kept byte for byte in a file beside the store.
     std::size_t kept = 0;
     for (const auto& file : std::filesystem::directory_iterator(storeFile(container_).parent_path())) {
