@@ -93,22 +93,6 @@ TEST(ProviderCommandsTest, EventsRecordMediumOnlyForSystemMedium) {
     EXPECT_EQ(events(world), expected);
 }
 
-TEST(ProviderCommandsTest, MacronutrientTimelineResetsTheGramsOnly) {
-    test::HostWorld world;
-    world.put("MacronutrientsData", test::macronutrientsJSON(local(2024, 3, 9, 8)));
-    const auto run = world.run({"timeline", "--widget", "macronutrients", "--now", kNow});
-    ASSERT_EQ(run.exitCode, 0) << run.err;
-    const auto answer = parse<widget::MacronutrientsDataEntry>(run.out);
-    ASSERT_EQ(answer.entries.size(), 2u);
-    const auto& [today, next] = std::tie(answer.entries[0], answer.entries[1]);
-    ASSERT_EQ(next.values.size(), today.values.size());
-    for (const auto& [kind, value] : next.values) {
-        EXPECT_EQ(value.value, 0.0);
-        EXPECT_EQ(value.title, today.values.at(kind).title);
-        EXPECT_EQ(value.maxValue, today.values.at(kind).maxValue);
-    }
-}
-
 TEST(ProviderCommandsTest, NoCurrentRecordGivesNoEntryAsSoonAsTheProviderHasStopped) {
     // A provider that found nothing never answers; the command says so once the
     // provider has nothing left to do, not after the whole --wait.
