@@ -96,21 +96,19 @@ TEST_F(RenderGalleryTest, EveryFamilyOffersExactlyTheDeepLinksATapCanReach) {
     // Small widgets are one target, so the search and barcode links are not.
     struct Expected {
         std::string widgetURL;
-        std::set<std::string> reachable;
+        std::set<std::string> links = {};  // reachable besides the widget's URL
         std::size_t buttons = 0;
     };
     const std::map<std::pair<std::string, WidgetFamily>, Expected> expected{
-        {{kWater, WidgetFamily::systemSmall}, {deepLink("water_small"), {deepLink("water_small")}, 1}},
-        {{kWater, WidgetFamily::systemMedium}, {deepLink("water_medium"), {deepLink("water_medium")}, 1}},
-        {{kCalories, WidgetFamily::systemSmall}, {deepLink("calories_small"), {deepLink("calories_small")}}},
-        {{kCalories, WidgetFamily::systemMedium},
-         {deepLink("calories_medium"), {deepLink("calories_medium"), deepLink("food_search"), deepLink("barcode")}}},
-        {{kCalories, WidgetFamily::accessoryInline}, {deepLink("calories_inline"), {deepLink("calories_inline")}}},
-        {{kCalories, WidgetFamily::accessoryCircular},
-         {deepLink("calories_tiny_circular"), {deepLink("calories_tiny_circular")}}},
-        {{kMacros, WidgetFamily::systemMedium}, {deepLink("macronutrients"), {deepLink("macronutrients")}}},
-        {{kMacros, WidgetFamily::accessoryInline}, {deepLink("macronutrients"), {deepLink("macronutrients")}}},
-        {{kMacros, WidgetFamily::accessoryRectangular}, {deepLink("macronutrients"), {deepLink("macronutrients")}}},
+        {{kWater, WidgetFamily::systemSmall}, {"water_small", {}, 1}},
+        {{kWater, WidgetFamily::systemMedium}, {"water_medium", {}, 1}},
+        {{kCalories, WidgetFamily::systemSmall}, {"calories_small"}},
+        {{kCalories, WidgetFamily::systemMedium}, {"calories_medium", {deepLink("food_search"), deepLink("barcode")}}},
+        {{kCalories, WidgetFamily::accessoryInline}, {"calories_inline"}},
+        {{kCalories, WidgetFamily::accessoryCircular}, {"calories_tiny_circular"}},
+        {{kMacros, WidgetFamily::systemMedium}, {"macronutrients"}},
+        {{kMacros, WidgetFamily::accessoryInline}, {"macronutrients"}},
+        {{kMacros, WidgetFamily::accessoryRectangular}, {"macronutrients"}},
     };
     std::set<std::pair<std::string, WidgetFamily>> seen;
     for (const auto& image : result.manifest.images) {
@@ -119,11 +117,11 @@ TEST_F(RenderGalleryTest, EveryFamilyOffersExactlyTheDeepLinksATapCanReach) {
         ASSERT_NE(found, expected.end());
         seen.insert(found->first);
         EXPECT_FALSE(image.placeholder);
-        EXPECT_EQ(image.widgetURL, found->second.widgetURL);
-        std::set<std::string> reachable;
-        if (image.widgetURL) reachable.insert(*image.widgetURL);
+        ASSERT_EQ(image.widgetURL, deepLink(found->second.widgetURL.c_str()));
+        std::set<std::string> reachable{*image.widgetURL}, expectedReachable = found->second.links;
         for (const auto& link : image.links) reachable.insert(link.url);
-        EXPECT_EQ(reachable, found->second.reachable);
+        expectedReachable.insert(*image.widgetURL);
+        EXPECT_EQ(reachable, expectedReachable);
         EXPECT_EQ(image.buttons.size(), found->second.buttons);
         EXPECT_TRUE(std::filesystem::is_regular_file(dir_ / "gallery" / image.png));
         EXPECT_TRUE(std::filesystem::is_regular_file(dir_ / "gallery" / image.svg));
