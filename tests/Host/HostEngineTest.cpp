@@ -35,8 +35,7 @@ struct FakeEntry {
 struct Requests {
     std::vector<std::pair<WidgetFamily, widget::WidgetProvider::TimelineCompletion>> pending;
     std::size_t count(WidgetFamily family) const {
-        return static_cast<std::size_t>(std::count_if(pending.begin(), pending.end(),
-                                                       [&](const auto& each) { return each.first == family; }));
+        return static_cast<std::size_t>(std::ranges::count(pending, family, &decltype(pending)::value_type::first));
     }
     widget::WidgetProvider::TimelineCompletion last(WidgetFamily family) const {
         for (auto it = pending.rbegin(); it != pending.rend(); ++it)
