@@ -55,10 +55,7 @@ class StoreRecovery : public ::testing::Test {
     void SetUp() override { fs::create_directories(container_); }
 
     ProgramResult run(std::vector<std::string> args, bool withContainer = true) const {
-        if (withContainer) {
-            args.push_back("--container");
-            args.push_back(container_.string());
-        }
+        if (withContainer) args.insert(args.end(), {"--container", container_.string()});
         return runProgram(qrvWidgets(), args, environment_, scratch_.path());
     }
     ProgramResult calories() const { return run({"timeline", "--widget", "calories", "--now", kNow}); }
@@ -67,11 +64,11 @@ class StoreRecovery : public ::testing::Test {
         return run({"log-water", "--unit", "ml", "--amount", amount});
     }
 
-    std::vector<fs::path> setAside() const {
+    // The files beside the store whose name holds `part`.
+    std::vector<fs::path> besideTheStore(std::string_view part = ".plist.corrupt-") const {
         std::vector<fs::path> found;
         for (const auto& entry : fs::directory_iterator(storeFile(container_).parent_path()))
-            if (entry.path().filename().string().find(".plist.corrupt-") != std::string::npos)
-                found.push_back(entry.path());
+            if (entry.path().filename().string().find(part) != std::string::npos) found.push_back(entry.path());
         return found;
     }
 
@@ -106,7 +103,7 @@ TEST_F(StoreRecovery, DamagedFileIsSetAsideAndTheWidgetsCarryOn) {
         EXPECT_THAT(first.out, HasSubstr("unable to find data for type: Calories\n"));
         EXPECT_THAT(first.err, HasSubstr("is not a readable property list"));
         EXPECT_THAT(first.err, HasSubstr("moved aside to"));
-        const auto aside = setAside();
+        const auto aside = besideTheStore();
         ASSERT_EQ(aside.size(), 1u);
         EXPECT_EQ(readFile(aside.front()), bytes) << "the damaged file is kept as it was";
 
@@ -117,7 +114,7 @@ TEST_F(StoreRecovery, DamagedFileIsSetAsideAndTheWidgetsCarryOn) {
         EXPECT_THAT(shown.out, HasSubstr("\"entries\":[{"));
         const auto again = calories();
         EXPECT_THAT(again.err, Not(HasSubstr("moved aside")));
-        EXPECT_EQ(setAside().size(), 1u);
+        EXPECT_EQ(besideTheStore().size(), 1u);
         EXPECT_EQ(tapsIn(storeFile(container_)).size(), 1u);
     }
 }
@@ -217,14 +214,9 @@ TEST_F(StoreRecovery, TenMegabytesUnderTheRecordKeysLeavesTheWidgetsWorking) {
     EXPECT_EQ(logWater("250").exitCode, 0);
     EXPECT_EQ(tapsIn(storeFile(container_)).size(), 1u);
     // The unreadable list is kept byte for byte in a file beside the store.
-    std::size_t kept = 0;
-    for (const auto& file : std::filesystem::directory_iterator(storeFile(container_).parent_path())) {
-        if (file.path().filename().string().find(".WaterInteractiveData-unreadable-") == std::string::npos)
-            continue;
-        ++kept;
-        EXPECT_EQ(std::filesystem::file_size(file.path()), hugeTaps.size());
-    }
-    EXPECT_EQ(kept, 1u);
+    const auto kept = besideTheStore(".WaterInteractiveData-unreadable-");
+    ASSERT_EQ(kept.size(), 1u);
+    EXPECT_EQ(std::filesystem::file_size(kept.front()), hugeTaps.size());
 }
 
 }  // namespace
