@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <condition_variable>
 #include <fstream>
+#include <future>
 #include <mutex>
 
 #include "Host/HostEngineStoreWatcher.hpp"
@@ -317,24 +317,12 @@ TEST_F(HostEngineTest, TheClockRunsFromAMovedTimeStopsAndReturnsAndEachMoveReloa
 TEST(StoreWatcherTest, ReportsTheStoreFileReplacedByRename) {
     test::ScratchFolder folder;
     const auto file = folder.path() / "Library" / "Preferences" / "group.plist";
-    std::mutex mutex;
-    std::condition_variable woken;
-    int changes = 0;
-    StoreWatcher watcher(file, [&] {
-        std::lock_guard lock(mutex);
-        ++changes;
-        woken.notify_all();
-    });
-    const auto waitForChange = [&] {
-        std::unique_lock lock(mutex);
-        return woken.wait_for(lock, std::chrono::seconds(5), [&] { return changes > 0; });
-    };
-
+    std::promise<void> changed;
+    std::once_flag once;
+    StoreWatcher watcher(file, [&] { std::call_once(once, [&] { changed.set_value(); }); });
     std::ofstream(file.parent_path() / "other.plist") << "x";
     platform::UserDefaults::atPath(file)->set("CaloriesData", platform::PropertyListValue(std::string("new")));
-    ASSERT_TRUE(waitForChange());
-    std::lock_guard lock(mutex);
-    EXPECT_GE(changes, 1);
+    EXPECT_EQ(changed.get_future().wait_for(std::chrono::seconds(5)), std::future_status::ready);
 }
 
 }  // namespace
