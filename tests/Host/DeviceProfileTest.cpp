@@ -12,7 +12,6 @@ using qrv::platform::WidgetFamily;
 TEST(DeviceProfileTest, MarginsOnlyWhereTheWidgetKeepsThem) {
     const auto phone = DeviceProfile::phone();
     EXPECT_EQ(phone.contentMargins(WidgetFamily::systemSmall, false), EdgeInsets::all(16));
-    EXPECT_EQ(phone.contentMargins(WidgetFamily::systemMedium, false), EdgeInsets::all(16));
     const auto lock = phone.contentMargins(WidgetFamily::accessoryRectangular, false);
     EXPECT_GT(lock.top, 0);
     EXPECT_LT(lock.top, 16);
