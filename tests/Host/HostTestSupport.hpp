@@ -4,11 +4,11 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -22,8 +22,7 @@ namespace qrv::test {
 
 struct HostRun {
     int exitCode = -1;
-    std::string out;
-    std::string err;
+    std::string out, err;
 };
 
 inline std::string slurp(const std::filesystem::path& file) {
@@ -35,7 +34,8 @@ class HostWorld {
   public:
     ScratchFolder folder;
     std::filesystem::path container = folder.path() / "container";
-    std::string timeZone = "America/New_York";
+    // Set for the child on top of the test's own environment.
+    std::map<std::string, std::string> environment{{"TZ", "America/New_York"}};
 
     HostWorld() { std::filesystem::create_directories(container); }
 
@@ -49,61 +49,37 @@ class HostWorld {
 
     // qrv-widgets ARGS; "--container" is added when `withContainer`.
     HostRun run(std::vector<std::string> args, bool withContainer = true) const {
-        const auto program = std::filesystem::path(QRV_BIN_DIR) / "qrv-widgets";
-        args.insert(args.begin(), program.string());
-        if (withContainer) {
-            args.push_back("--container");
-            args.push_back(container.string());
-        }
-        return finish(start(args, "run"));
-    }
-
-    // A program started with the world's environment; its output goes to files
-    // named after `tag`.
-    struct Started {
-        pid_t pid = -1;
-        std::filesystem::path out, err;
-    };
-    Started start(std::vector<std::string> argv, const std::string& tag) const {
-        std::map<std::string, std::string> environment;
-        for (char** entry = environ; *entry; ++entry) {
-            std::string text(*entry);
-            const auto equals = text.find('=');
-            if (equals != std::string::npos) environment[text.substr(0, equals)] = text.substr(equals + 1);
-        }
-        environment["TZ"] = timeZone;
-        environment["XDG_DATA_HOME"] = (folder.path() / "data").string();
-        environment["QRV_BIN_DIR"] = QRV_BIN_DIR;
-        environment.erase("QRV_APP_GROUP_CONTAINER");
-
+        args.insert(args.begin(), (std::filesystem::path(QRV_BIN_DIR) / "qrv-widgets").string());
+        if (withContainer) args.insert(args.end(), {"--container", container.string()});
+        auto variables = environment;
+        variables["XDG_DATA_HOME"] = (folder.path() / "data").string();
+        variables["QRV_BIN_DIR"] = QRV_BIN_DIR;
         std::vector<std::string> envText;
-        for (const auto& [name, value] : environment) envText.push_back(name + "=" + value);
-        std::vector<char*> args, envp;
-        for (auto& arg : argv) args.push_back(arg.data());
-        args.push_back(nullptr);
+        for (char** entry = environ; *entry; ++entry) {
+            const std::string text(*entry), name = text.substr(0, text.find('='));
+            if (!variables.count(name) && name != "QRV_APP_GROUP_CONTAINER") envText.push_back(text);
+        }
+        for (const auto& [name, value] : variables) envText.push_back(name + "=" + value);
+        std::vector<char*> argv, envp;
+        for (auto& arg : args) argv.push_back(arg.data());
         for (auto& text : envText) envp.push_back(text.data());
+        argv.push_back(nullptr);
         envp.push_back(nullptr);
 
-        Started started{-1, folder.path() / (tag + ".out"), folder.path() / (tag + ".err")};
+        const auto out = folder.path() / "run.out", err = folder.path() / "run.err";
         posix_spawn_file_actions_t actions;
         posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, 1, started.out.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                         0600);
-        posix_spawn_file_actions_addopen(&actions, 2, started.err.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                         0600);
-        if (posix_spawn(&started.pid, args[0], &actions, nullptr, args.data(), envp.data()) != 0)
-            started.pid = -1;
-        posix_spawn_file_actions_destroy(&actions);
-        return started;
-    }
-
-    static HostRun finish(const Started& started) {
-        HostRun result;
+        posix_spawn_file_actions_addopen(&actions, 1, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+        posix_spawn_file_actions_addopen(&actions, 2, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+        pid_t pid = -1;
         int status = 0;
-        if (started.pid > 0 && waitpid(started.pid, &status, 0) == started.pid && WIFEXITED(status))
+        HostRun result;
+        if (posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data()) == 0 &&
+            waitpid(pid, &status, 0) == pid && WIFEXITED(status))
             result.exitCode = WEXITSTATUS(status);
-        result.out = slurp(started.out);
-        result.err = slurp(started.err);
+        posix_spawn_file_actions_destroy(&actions);
+        result.out = slurp(out);
+        result.err = slurp(err);
         return result;
     }
 };
@@ -111,13 +87,8 @@ class HostWorld {
 // Standard output split into lines.
 inline std::vector<std::string> linesOf(const std::string& text) {
     std::vector<std::string> lines;
-    std::size_t start = 0;
-    while (start < text.size()) {
-        auto end = text.find('\n', start);
-        if (end == std::string::npos) end = text.size();
-        lines.push_back(text.substr(start, end - start));
-        start = end + 1;
-    }
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
     return lines;
 }
 

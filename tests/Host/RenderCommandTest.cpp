@@ -1,75 +1,61 @@
 // qrv-widgets render as the real program: the widgets offered on each system
-// version, in gallery order, and its answers to bad requests.
+// version, in gallery order, the matrix's folders and its answers to bad requests.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <array>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
-#include "Platform/coding/JSONDecoder.hpp"
+#include "tests/Host/HostTestSupport.hpp"
 
 using namespace qrv::platform;
 
 namespace {
 
-struct RunResult {
-    int exitCode = -1;
-    std::string out;
-};
-
-struct ManifestSummary {
-    std::vector<std::string> widgets;  // kinds, in order
-    std::vector<std::string> imageKinds;
+struct DrawnImage {
+    std::string kind, device, locale, png;
 };
 
 class RenderCommandTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        char pattern[] = "/tmp/qrv-render-command-XXXXXX";
-        ASSERT_NE(::mkdtemp(pattern), nullptr);
-        dir_ = pattern;
-        std::filesystem::create_directories(dir_ / "container");
-    }
-    void TearDown() override { std::filesystem::remove_all(dir_); }
+    RenderCommandTest() { world_.environment["LANG"] = "en_US.UTF-8"; }
 
-    RunResult run(const std::string& arguments) const {
-        const std::string command = "LANG=en_US.UTF-8 '" + std::string(QRV_BIN_DIR) +
-                                    "/qrv-widgets' render --out '" + (dir_ / "gallery").string() +
-                                    "' --container '" + (dir_ / "container").string() +
-                                    "' --scheme light --scale 1 --wait 0.2 " + arguments + " 2>/dev/null";
-        RunResult result;
-        FILE* pipe = ::popen(command.c_str(), "r");
-        if (pipe == nullptr) return result;
-        std::array<char, 4096> buffer{};
-        while (const auto n = std::fread(buffer.data(), 1, buffer.size(), pipe)) result.out.append(buffer.data(), n);
-        const int status = ::pclose(pipe);
-        result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        return result;
+    int render(const std::string& arguments) const {
+        std::vector<std::string> args{"render", "--out", gallery_.string(), "--scheme", "light",
+                                      "--scale", "1", "--wait", "0.2"};
+        std::istringstream words(arguments);
+        for (std::string word; words >> word;) args.push_back(word);
+        const auto run = world_.run(args);
+        // The last line is where the gallery is.
+        if (run.exitCode == 0) {
+            EXPECT_EQ(run.out, (gallery_ / "index.html").string() + "\n");
+        }
+        return run.exitCode;
     }
 
-    ManifestSummary manifest() const {
-        std::ifstream file(dir_ / "gallery" / "manifest.json");
-        const std::string json((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-        auto summary = decodeJSON<ManifestSummary>(bytesOf(json), [](const JSONValue& root) {
-            ManifestSummary out;
+    // The manifest's widget kinds, in order, and its images.
+    std::pair<std::vector<std::string>, std::vector<DrawnImage>> manifest() const {
+        const std::string json = qrv::test::slurp(gallery_ / "manifest.json");
+        using Manifest = std::pair<std::vector<std::string>, std::vector<DrawnImage>>;
+        auto read = decodeJSON<Manifest>(bytesOf(json), [](const JSONValue& root) {
+            Manifest out;
             const auto object = root.keyedContainer();
-            auto widgets = object["widgets"].unkeyedContainer();
-            while (!widgets.isAtEnd()) out.widgets.push_back(widgets.next().keyedContainer().decodeString("kind"));
-            auto images = object["images"].unkeyedContainer();
-            while (!images.isAtEnd()) out.imageKinds.push_back(images.next().keyedContainer().decodeString("kind"));
+            for (auto widgets = object["widgets"].unkeyedContainer(); !widgets.isAtEnd();)
+                out.first.push_back(widgets.next().keyedContainer().decodeString("kind"));
+            for (auto images = object["images"].unkeyedContainer(); !images.isAtEnd();) {
+                const auto image = images.next().keyedContainer();
+                out.second.push_back({image.decodeString("kind"), image.decodeString("device"),
+                                      image.decodeString("locale"), image.decodeString("png")});
+            }
             return out;
         });
-        EXPECT_TRUE(summary) << json.substr(0, 400);
-        return std::move(summary).toOptional().value_or(ManifestSummary{});
+        EXPECT_TRUE(read) << json.substr(0, 400);
+        return std::move(read).toOptional().value_or(Manifest{});
     }
 
-    std::filesystem::path dir_;
+    qrv::test::HostWorld world_;
+    std::filesystem::path gallery_ = world_.folder.path() / "gallery";
 };
 
 }  // namespace
@@ -77,52 +63,37 @@ class RenderCommandTest : public ::testing::Test {
 TEST_F(RenderCommandTest, WidgetsOfferedOnEachSystemVersionInGalleryOrder) {
     const std::vector<std::string> withWater{"com.qrv.widget.Water", "com.qrv.widget.CaloriesConsumed",
                                              "com.qrv.widget.Macronutrients"};
-    const std::vector<std::string> withoutWater{"com.qrv.widget.CaloriesConsumed", "com.qrv.widget.Macronutrients"};
-    const std::pair<const char*, const std::vector<std::string>*> rows[] = {
-        {"16", &withoutWater}, {"17", &withWater}, {"18", &withWater}};
+    const std::vector<std::string> withoutWater(withWater.begin() + 1, withWater.end());
+    const std::pair<const char*, std::vector<std::string>> rows[] = {
+        {"16", withoutWater}, {"17", withWater}, {"18", withWater}};
     for (const auto& [version, expected] : rows) {
         SCOPED_TRACE(version);
-        const auto result = run(std::string("--os ") + version + " --family systemMedium");
-        ASSERT_EQ(result.exitCode, 0);
-        // The last line is where the gallery is.
-        EXPECT_EQ(result.out, (dir_ / "gallery" / "index.html").string() + "\n");
-        const auto summary = manifest();
-        EXPECT_EQ(summary.widgets, *expected);
+        ASSERT_EQ(render(std::string("--os ") + version + " --family systemMedium"), 0);
+        const auto [widgets, images] = manifest();
+        EXPECT_EQ(widgets, expected);
         std::vector<std::string> drawn;
-        for (const auto& kind : summary.imageKinds)
-            if (drawn.empty() || drawn.back() != kind) drawn.push_back(kind);
-        EXPECT_EQ(drawn, *expected);
+        for (const auto& image : images)
+            if (drawn.empty() || drawn.back() != image.kind) drawn.push_back(image.kind);
+        EXPECT_EQ(drawn, expected);
     }
 }
 
 TEST_F(RenderCommandTest, RequestsThatCannotBeDrawnAreUsageErrors) {
-    EXPECT_EQ(run("--widget water --os 16").exitCode, 2);
-    EXPECT_EQ(run("--widget steps").exitCode, 2);
-    EXPECT_EQ(run("--widget macronutrients --family systemSmall").exitCode, 2);
-    EXPECT_EQ(run("--device watch").exitCode, 2);
-    EXPECT_EQ(run("--scale 4").exitCode, 2);
+    for (const char* arguments : {"--widget water --os 16", "--widget steps", "--device watch", "--scale 4",
+                                  "--widget macronutrients --family systemSmall"})
+        EXPECT_EQ(render(arguments), 2) << arguments;
 }
 
 TEST_F(RenderCommandTest, MatrixDrawsEachCellIntoItsFolderUnderOneManifest) {
-    ASSERT_EQ(run("--widget calories --family systemSmall --device phone --device pad --locale en_US --locale de_DE")
-                  .exitCode,
+    ASSERT_EQ(render("--widget calories --family systemSmall --device phone --device pad --locale en_US "
+                     "--locale de_DE"),
               0);
-    std::ifstream file(dir_ / "gallery" / "manifest.json");
-    const std::string json((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    const auto cells = decodeJSON<std::vector<std::string>>(bytesOf(json), [&](const JSONValue& root) {
-        std::vector<std::string> seen;
-        auto images = root.keyedContainer()["images"].unkeyedContainer();
-        while (!images.isAtEnd()) {
-            const auto image = images.next().keyedContainer();
-            const auto folder = image.decodeString("device") + "/" + image.decodeString("locale") + "/";
-            const auto png = image.decodeString("png");
-            EXPECT_TRUE(png.starts_with(folder)) << png;
-            EXPECT_TRUE(std::filesystem::is_regular_file(dir_ / "gallery" / png)) << png;
-            seen.push_back(folder);
-        }
-        return seen;
-    });
-    ASSERT_TRUE(cells);
-    const std::set<std::string> folders(cells.value().begin(), cells.value().end());
+    std::set<std::string> folders;
+    for (const auto& image : manifest().second) {
+        const auto folder = image.device + "/" + image.locale + "/";
+        EXPECT_TRUE(image.png.starts_with(folder)) << image.png;
+        EXPECT_TRUE(std::filesystem::is_regular_file(gallery_ / image.png)) << image.png;
+        folders.insert(folder);
+    }
     EXPECT_EQ(folders, (std::set<std::string>{"phone/en_US/", "phone/de_DE/", "pad/en_US/", "pad/de_DE/"}));
 }

@@ -1,4 +1,5 @@
-// Where a tap on a widget goes, by family and system version.
+// Where a tap on a widget goes, by family and system version, and which
+// targets the gallery lists as reachable.
 #include <gtest/gtest.h>
 
 #include "Host/TapRules.hpp"
@@ -9,79 +10,47 @@ using qrv::platform::IntentInvocation;
 using qrv::platform::LinkTarget;
 using qrv::platform::WidgetFamily;
 
-namespace {
-
-const IntentInvocation kLogWater{"WaterWidgetIntent", {"ml", "250"}};
-
-// A widget with a link on its left half, a button in its right half's top
-// corner and a widget URL.
-DisplayList widgetWithLinkAndButton() {
+TEST(TapRulesTest, OutcomeOfATapAndReachableTargetsByFamilyAndVersion) {
+    // A widget with a link on its left half, a button in its right half's top
+    // corner and a widget URL.
+    const IntentInvocation logWater{"WaterWidgetIntent", {"ml", "250"}};
     DisplayList list;
     list.size = {200, 100};
     list.widgetURL = "qrv://qrv/widgets/whole";
     list.hitRegions.push_back({{{0, 0}, {100, 100}}, LinkTarget{"qrv://qrv/widgets/link"}});
-    list.hitRegions.push_back({{{150, 0}, {50, 50}}, kLogWater});
-    return list;
-}
+    list.hitRegions.push_back({{{150, 0}, {50, 50}}, logWater});
 
-}  // namespace
-
-TEST(TapRulesTest, OutcomeOfATapByFamilyVersionAndPlace) {
-    const TapOutcome whole = OpenURL{"qrv://qrv/widgets/whole"};
-    const TapOutcome link = OpenURL{"qrv://qrv/widgets/link"};
-    const TapOutcome run = RunIntent{kLogWater};
-    struct Row {
+    const TapOutcome whole = OpenURL{"qrv://qrv/widgets/whole"}, link = OpenURL{"qrv://qrv/widgets/link"};
+    const TapOutcome run = RunIntent{logWater}, nothing = NoAction{};
+    const struct {
         WidgetFamily family;
         int version;
-        qrv::platform::Point point;
-        TapOutcome expected;
+        TapOutcome onLink, onButton;
+        std::size_t links, buttons;  // reachable
+    } rows[] = {
+        // Small and lock screen: one target; the link is not one, the button is.
+        {WidgetFamily::systemSmall, 17, whole, run, 0, 1},
+        {WidgetFamily::accessoryRectangular, 17, whole, run, 0, 1},
+        {WidgetFamily::systemMedium, 17, link, run, 1, 1},
+        // Before 17 a button does nothing, yet swallows the tap; links still work.
+        {WidgetFamily::systemMedium, 16, link, nothing, 1, 0},
+        {WidgetFamily::accessoryCircular, 16, whole, nothing, 0, 0},
+        // Inline widgets have no controls: the tap falls through to the URL.
+        {WidgetFamily::accessoryInline, 18, whole, whole, 0, 0},
     };
-    const Row rows[] = {
-        // Small: one target; the link is not one, the button is.
-        {WidgetFamily::systemSmall, 17, {10, 10}, whole},
-        {WidgetFamily::systemSmall, 17, {160, 10}, run},
-        {WidgetFamily::systemSmall, 17, {160, 80}, whole},
-        // Medium: links and the widget URL elsewhere.
-        {WidgetFamily::systemMedium, 17, {10, 10}, link},
-        {WidgetFamily::systemMedium, 17, {120, 80}, whole},
-        {WidgetFamily::systemMedium, 17, {160, 10}, run},
-        // Before 17 a button does nothing, links still work.
-        {WidgetFamily::systemMedium, 16, {160, 10}, NoAction{}},
-        {WidgetFamily::systemMedium, 16, {10, 10}, link},
-        // Lock screen: one target, buttons only where controls fit.
-        {WidgetFamily::accessoryRectangular, 17, {10, 10}, whole},
-        {WidgetFamily::accessoryRectangular, 17, {160, 10}, run},
-        {WidgetFamily::accessoryInline, 17, {160, 10}, whole},
-        {WidgetFamily::accessoryCircular, 16, {10, 10}, whole},
-    };
-    const auto list = widgetWithLinkAndButton();
     for (const auto& row : rows) {
-        SCOPED_TRACE(std::string(qrv::platform::name(row.family)) + " " + std::to_string(row.version) + " at " +
-                     std::to_string(row.point.x) + "," + std::to_string(row.point.y));
-        EXPECT_EQ((TapRules{row.family, row.version}.tap(list, row.point)), row.expected);
+        SCOPED_TRACE(std::string(qrv::platform::name(row.family)) + " " + std::to_string(row.version));
+        const TapRules rules{row.family, row.version};
+        EXPECT_EQ(rules.tap(list, {10, 10}), row.onLink);
+        EXPECT_EQ(rules.tap(list, {160, 10}), row.onButton);
+        EXPECT_EQ(rules.tap(list, {120, 80}), whole);
+        const auto reachable = reachableTargets(list, rules);
+        EXPECT_EQ(reachable.widgetURL, list.widgetURL);
+        EXPECT_EQ(reachable.links.size(), row.links);
+        ASSERT_EQ(reachable.buttons.size(), row.buttons);
+        for (const auto& button : reachable.buttons) EXPECT_EQ(button.intent, logWater);
     }
-}
-
-TEST(TapRulesTest, WithoutAnyURLTheAppJustLaunches) {
-    DisplayList list;
-    list.size = {100, 100};
-    EXPECT_EQ((TapRules{WidgetFamily::systemMedium, 17}.tap(list, {5, 5})), TapOutcome(LaunchApp{}));
-}
-
-TEST(TapRulesTest, ReachableTargetsAreThoseATapCanReach) {
-    const auto list = widgetWithLinkAndButton();
-    const auto small = reachableTargets(list, {WidgetFamily::systemSmall, 17});
-    EXPECT_EQ(small.widgetURL, "qrv://qrv/widgets/whole");
-    EXPECT_TRUE(small.links.empty());
-    ASSERT_EQ(small.buttons.size(), 1u);
-    EXPECT_EQ(small.buttons[0].intent, kLogWater);
-
-    const auto medium = reachableTargets(list, {WidgetFamily::systemMedium, 16});
-    ASSERT_EQ(medium.links.size(), 1u);
-    EXPECT_EQ(medium.links[0].url, "qrv://qrv/widgets/link");
-    EXPECT_TRUE(medium.buttons.empty());
-
-    const auto inlineFamily = reachableTargets(list, {WidgetFamily::accessoryInline, 18});
-    EXPECT_TRUE(inlineFamily.links.empty());
-    EXPECT_TRUE(inlineFamily.buttons.empty());
+    // Without any URL the app just launches.
+    EXPECT_EQ((TapRules{WidgetFamily::systemMedium, 17}.tap(DisplayList{{100, 100}}, {5, 5})),
+              TapOutcome(LaunchApp{}));
 }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -17,9 +18,7 @@ using platform::Color;
 using platform::ColorScheme;
 using platform::Rgba;
 
-struct Bytes {
-    int r, g, b, a;
-};
+using Bytes = std::array<int, 4>;  // red, green, blue, alpha
 
 Bytes bytesOf(const Rgba& c) {
     auto byte = [](double v) { return static_cast<int>(std::lround(v * 255.0)); };
@@ -47,13 +46,7 @@ TEST(HexColor, ParsesByLengthOfTrimmedText) {
         {"0x1234", {0, 0x12, 0x34, 255}},  // the scanner takes the 0x prefix; six characters
         {"#FFé", {0, 255, 255, 255}},      // three characters; the scan stops at é and reads 0xFF
     };
-    for (const auto& c : cases) {
-        const Bytes got = bytesOf(rgbaWithHexString(c.text));
-        EXPECT_EQ(got.r, c.expected.r) << c.text;
-        EXPECT_EQ(got.g, c.expected.g) << c.text;
-        EXPECT_EQ(got.b, c.expected.b) << c.text;
-        EXPECT_EQ(got.a, c.expected.a) << c.text;
-    }
+    for (const auto& c : cases) EXPECT_EQ(bytesOf(rgbaWithHexString(c.text)), c.expected) << c.text;
 }
 
 TEST(QRVColor, EveryTokenResolvesFromTheBundleByItsOwnName) {
@@ -88,8 +81,8 @@ TEST(ResourceBundle, FirstCandidateHoldingTheBundleWins) {
 TEST(ColorAssetTable, ReadsVariantsAndRejectsMalformedValues) {
     const auto table = ColorAssetTable::parse(
         R"({"colors": {"a": {"light": "#FF000080", "dark": "#00FF00"}, "b": {"light": "#0000FF"}}})");
-    EXPECT_EQ(bytesOf(table.color("a")->light).a, 128);
-    EXPECT_EQ(bytesOf(table.color("a")->dark).g, 255);
+    EXPECT_EQ(bytesOf(table.color("a")->light), (Bytes{255, 0, 0, 128}));
+    EXPECT_EQ(bytesOf(table.color("a")->dark), (Bytes{0, 255, 0, 255}));
     EXPECT_EQ(table.color("b")->dark, table.color("b")->light);  // one value serves both schemes
     EXPECT_FALSE(table.color("c"));
     for (const char* bad :

@@ -54,8 +54,6 @@ TEST(TextWeight, TheTopTwoStepsAreBothBlack) {
 TEST(QRVTextTheme, ExplicitColourReplacesTheThemeColour) {
     const QRVTextTheme themed(QRVLabelTheme::footnote12RegularSecondary);
     EXPECT_EQ(themed.themeColor().name, "neutralsSecondary");
-    EXPECT_EQ(themed.font(), platform::Font::system(12, FontWeight::regular));
-    EXPECT_EQ(themed.style().lineHeight, 18);
 
     const QRVTextTheme recoloured(QRVLabelTheme::footnote12RegularSecondary, QRVColor::negative());
     EXPECT_EQ(recoloured.themeColor(), QRVColor::negative());

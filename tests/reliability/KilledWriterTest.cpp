@@ -37,29 +37,23 @@ widget::InteractiveWidgetDataCacheWriter makeWriter(const fs::path& file) {
 std::vector<int> tapsInFile(const fs::path& file) {
     const std::string bytes = readFile(file);
     if (bytes.empty()) return {};
-    platform::PropertyListValue root{false};
+    std::optional<widget::InteractiveWaterDataList> records;
     try {
-        root = platform::PropertyList::decode(
+        const auto root = platform::PropertyList::decode(
             std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()));
+        const auto* dictionary = root.dictionaryValue();
+        if (!dictionary) throw platform::PropertyListError("it holds " + std::string(root.typeName()));
+        const auto found = dictionary->find(kKey);
+        if (found == dictionary->end()) return {};
+        if (const auto* data = found->second.dataValue()) records = widget::decodeInteractiveWaterDataList(*data);
     } catch (const platform::PropertyListError& error) {
         ADD_FAILURE() << "store file does not parse: " << error.what();
         return {};
     }
-    const auto* dictionary = root.dictionaryValue();
-    if (!dictionary) {
-        ADD_FAILURE() << "store file holds " << root.typeName();
-        return {};
-    }
-    const auto found = dictionary->find(kKey);
-    if (found == dictionary->end()) return {};
-    const auto* data = found->second.dataValue();
-    const auto records = data ? widget::decodeInteractiveWaterDataList(*data) : std::nullopt;
-    if (!records) {
-        ADD_FAILURE() << "the tap list does not decode";
-        return {};
-    }
+    if (!records) ADD_FAILURE() << "the tap list does not decode";
     std::vector<int> taps;
-    for (const auto& record : *records) taps.push_back(static_cast<int>(record.waterValue));
+    for (const auto& record : records.value_or(widget::InteractiveWaterDataList{}))
+        taps.push_back(static_cast<int>(record.waterValue));
     return taps;
 }
 

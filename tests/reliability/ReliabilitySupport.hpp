@@ -18,6 +18,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/Platform/store/StoreTestSupport.hpp"
+
 extern char** environ;
 
 namespace qrv::reliability {
@@ -29,33 +31,11 @@ inline const char* kSuiteName = "group.com.qrv.widgets";
 inline fs::path qrvWidgets() { return fs::path(QRV_BIN_DIR) / "qrv-widgets"; }
 inline fs::path repositoryRoot() { return fs::path(QRV_TEST_DATA).parent_path(); }
 
-// A fresh directory, on memory when there is /dev/shm (these tests write a lot
+// A fresh directory, on memory where there is one (these tests write a lot
 // and need no disk flushes), removed with everything in it at the end.
-class Scratch {
-  public:
-    Scratch() {
-        std::error_code error;
-        const fs::path base = fs::is_directory("/dev/shm", error) && ::access("/dev/shm", W_OK) == 0
-                                  ? fs::path("/dev/shm")
-                                  : fs::temp_directory_path();
-        std::string pattern = (base / "qrv-reliability-XXXXXX").string();
-        if (::mkdtemp(pattern.data()) == nullptr) {
-            std::perror("mkdtemp");
-            std::abort();
-        }
-        path_ = pattern;
-    }
-    ~Scratch() {
-        std::error_code error;
-        fs::remove_all(path_, error);
-    }
-    Scratch(const Scratch&) = delete;
-    Scratch& operator=(const Scratch&) = delete;
-    const fs::path& path() const { return path_; }
-    fs::path operator/(const fs::path& rest) const { return path_ / rest; }
-
-  private:
-    fs::path path_;
+struct Scratch : test::ScratchDirectory {
+    Scratch() : ScratchDirectory(test::memoryBackedTemporaryDirectory()) {}
+    fs::path operator/(const fs::path& rest) const { return path() / rest; }
 };
 
 // <container>/Library/Preferences/group.com.qrv.widgets.plist
@@ -68,11 +48,7 @@ inline std::string readFile(const fs::path& file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-inline void writeFile(const fs::path& file, const std::string& bytes) {
-    fs::create_directories(file.parent_path());
-    std::ofstream out(file, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-}
+using test::writeBytes;
 
 struct ProgramResult {
     int exitCode = -1;  // -1 when the program did not exit normally
@@ -89,22 +65,17 @@ inline ProgramResult runProgram(const fs::path& program, const std::vector<std::
     const std::string tag = std::to_string(::getpid()) + "-" + std::to_string(serial++);
     const fs::path outFile = scratch / ("out-" + tag), errFile = scratch / ("err-" + tag);
 
-    std::vector<std::string> envStrings;
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string text(*entry);
-        const auto name = text.substr(0, text.find('='));
-        if (!environment.count(name)) envStrings.push_back(text);
-    }
+    std::vector<std::string> envStrings, argStrings{program.string()};
+    for (char** entry = environ; *entry != nullptr; ++entry)
+        if (const std::string text(*entry); !environment.count(text.substr(0, text.find('='))))
+            envStrings.push_back(text);
     for (const auto& [name, value] : environment)
         if (!value.empty()) envStrings.push_back(name + "=" + value);
-    std::vector<char*> envp;
-    for (auto& text : envStrings) envp.push_back(text.data());
-    envp.push_back(nullptr);
-
-    std::vector<std::string> argStrings{program.string()};
     argStrings.insert(argStrings.end(), args.begin(), args.end());
-    std::vector<char*> argv;
+    std::vector<char*> envp, argv;
+    for (auto& text : envStrings) envp.push_back(text.data());
     for (auto& text : argStrings) argv.push_back(text.data());
+    envp.push_back(nullptr);
     argv.push_back(nullptr);
 
     posix_spawn_file_actions_t actions;

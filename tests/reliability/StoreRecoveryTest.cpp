@@ -34,6 +34,15 @@ const std::string kCaloriesJSON =
 
 platform::PropertyListValue::Data bytesOf(const std::string& text) { return {text.begin(), text.end()}; }
 
+// The water taps stored in `file`; an empty list when there are none.
+widget::InteractiveWaterDataList tapsIn(const fs::path& file) {
+    const auto taps = widget::decodeInteractiveWaterDataList(
+        platform::UserDefaults::atPath(file)->data("WaterInteractiveData").value_or(
+            platform::PropertyListValue::Data{}));
+    EXPECT_TRUE(taps.has_value()) << "the tap list in " << file << " does not decode";
+    return taps.value_or(widget::InteractiveWaterDataList{});
+}
+
 std::string pseudoRandomBytes(std::size_t size, unsigned seed) {
     std::mt19937 random(seed);
     std::string bytes(size, '\0');
@@ -46,10 +55,7 @@ class StoreRecovery : public ::testing::Test {
     void SetUp() override { fs::create_directories(container_); }
 
     ProgramResult run(std::vector<std::string> args, bool withContainer = true) const {
-        if (withContainer) {
-            args.push_back("--container");
-            args.push_back(container_.string());
-        }
+        if (withContainer) args.insert(args.end(), {"--container", container_.string()});
         return runProgram(qrvWidgets(), args, environment_, scratch_.path());
     }
     ProgramResult calories() const { return run({"timeline", "--widget", "calories", "--now", kNow}); }
@@ -58,11 +64,11 @@ class StoreRecovery : public ::testing::Test {
         return run({"log-water", "--unit", "ml", "--amount", amount});
     }
 
-    std::vector<fs::path> setAside() const {
+    // The files beside the store whose name holds `part`.
+    std::vector<fs::path> besideTheStore(std::string_view part = ".plist.corrupt-") const {
         std::vector<fs::path> found;
         for (const auto& entry : fs::directory_iterator(storeFile(container_).parent_path()))
-            if (entry.path().filename().string().find(".plist.corrupt-") != std::string::npos)
-                found.push_back(entry.path());
+            if (entry.path().filename().string().find(part) != std::string::npos) found.push_back(entry.path());
         return found;
     }
 
@@ -90,14 +96,14 @@ TEST_F(StoreRecovery, DamagedFileIsSetAsideAndTheWidgetsCarryOn) {
     for (const auto& [name, bytes] : damaged) {
         SCOPED_TRACE(name);
         fs::remove_all(container_);
-        writeFile(storeFile(container_), bytes);
+        writeBytes(storeFile(container_), bytes);
 
         const auto first = calories();
         EXPECT_EQ(first.exitCode, 3);
         EXPECT_THAT(first.out, HasSubstr("unable to find data for type: Calories\n"));
         EXPECT_THAT(first.err, HasSubstr("is not a readable property list"));
         EXPECT_THAT(first.err, HasSubstr("moved aside to"));
-        const auto aside = setAside();
+        const auto aside = besideTheStore();
         ASSERT_EQ(aside.size(), 1u);
         EXPECT_EQ(readFile(aside.front()), bytes) << "the damaged file is kept as it was";
 
@@ -108,12 +114,8 @@ TEST_F(StoreRecovery, DamagedFileIsSetAsideAndTheWidgetsCarryOn) {
         EXPECT_THAT(shown.out, HasSubstr("\"entries\":[{"));
         const auto again = calories();
         EXPECT_THAT(again.err, Not(HasSubstr("moved aside")));
-        EXPECT_EQ(setAside().size(), 1u);
-        const auto store = platform::UserDefaults::atPath(storeFile(container_));
-        const auto taps = widget::decodeInteractiveWaterDataList(store->data("WaterInteractiveData").value_or(
-            platform::PropertyListValue::Data{}));
-        ASSERT_TRUE(taps.has_value());
-        EXPECT_EQ(taps->size(), 1u);
+        EXPECT_EQ(besideTheStore().size(), 1u);
+        EXPECT_EQ(tapsIn(storeFile(container_)).size(), 1u);
     }
 }
 
@@ -122,7 +124,7 @@ TEST_F(StoreRecovery, ContainerThatCannotBeCreatedFallsBackToTheStandardDefaults
     // path that runs through a regular file cannot be created by anyone
     // (ENOTDIR), which is what a missing app-group entitlement looks like to
     // the store. The container comes from the environment, as on the phone.
-    writeFile(scratch_ / "not-a-directory", "x");
+    writeBytes(scratch_ / "not-a-directory", "x");
     environment_["QRV_APP_GROUP_CONTAINER"] = (scratch_ / "not-a-directory" / "container").string();
 
     const auto calories = run({"timeline", "--widget", "calories", "--now", kNow}, false);
@@ -132,12 +134,9 @@ TEST_F(StoreRecovery, ContainerThatCannotBeCreatedFallsBackToTheStandardDefaults
     ASSERT_EQ(run({"log-water", "--unit", "ml", "--amount", "300"}, false).exitCode, 0);
     const auto standard = scratch_ / "data" / "quorvane" / "standard" / "qrv-widgets.plist";
     ASSERT_TRUE(fs::exists(standard)) << "the tap went to the standard defaults";
-    const auto taps = widget::decodeInteractiveWaterDataList(
-        platform::UserDefaults::atPath(standard)->data("WaterInteractiveData").value_or(
-            platform::PropertyListValue::Data{}));
-    ASSERT_TRUE(taps.has_value());
-    ASSERT_EQ(taps->size(), 1u);
-    EXPECT_EQ(taps->front().waterValue, 300.0f);
+    const auto taps = tapsIn(standard);
+    ASSERT_EQ(taps.size(), 1u);
+    EXPECT_EQ(taps.front().waterValue, 300.0f);
 
     const auto water = run({"timeline", "--widget", "water", "--now", kNow}, false);
     EXPECT_EQ(water.exitCode, 0) << water.err;
@@ -213,19 +212,11 @@ TEST_F(StoreRecovery, TenMegabytesUnderTheRecordKeysLeavesTheWidgetsWorking) {
 
     // A tap starts a fresh list; the unreadable one is kept aside, not dropped.
     EXPECT_EQ(logWater("250").exitCode, 0);
-    const auto taps = widget::decodeInteractiveWaterDataList(
-        store->data("WaterInteractiveData").value_or(platform::PropertyListValue::Data{}));
-    ASSERT_TRUE(taps.has_value());
-    EXPECT_EQ(taps->size(), 1u);
+    EXPECT_EQ(tapsIn(storeFile(container_)).size(), 1u);
     // The unreadable list is kept byte for byte in a file beside the store.
-    std::size_t kept = 0;
-    for (const auto& file : std::filesystem::directory_iterator(storeFile(container_).parent_path())) {
-        if (file.path().filename().string().find(".WaterInteractiveData-unreadable-") == std::string::npos)
-            continue;
-        ++kept;
-        EXPECT_EQ(std::filesystem::file_size(file.path()), hugeTaps.size());
-    }
-    EXPECT_EQ(kept, 1u);
+    const auto kept = besideTheStore(".WaterInteractiveData-unreadable-");
+    ASSERT_EQ(kept.size(), 1u);
+    EXPECT_EQ(std::filesystem::file_size(kept.front()), hugeTaps.size());
 }
 
 }  // namespace

@@ -125,7 +125,7 @@ TEST(Painter, ColoursGroupsAndMasksAtSampledPixels) {
     EXPECT_EQ(half.pixel(0, 10).alpha, 0);
 }
 
-TEST(Painter, PNGAtThreeTimesDecodesToTheRaster) {
+TEST(Painter, PNGAtThreeTimesDecodesToTheRasterAndSVGIsInPoints) {
     const View view = HStack({Rectangle().fill(kRed), Circle().fill(kRedOrBlue)}, VerticalAlignment::center, 0);
     auto png = renderPNG(view, {20, 10}, 3, ColorScheme::dark);
     ASSERT_TRUE(png.ok()) << png.error();
@@ -141,9 +141,8 @@ TEST(Painter, PNGAtThreeTimesDecodesToTheRaster) {
     }
     EXPECT_FALSE(renderPNG(view, {0, 10}, 1, ColorScheme::light).ok());
     EXPECT_FALSE(decodePNG({1, 2, 3}).ok());
-}
 
-TEST(Painter, SVGIsAWholeDocumentInPoints) {
+    // The SVG is a whole document measured in points.
     auto svg = renderSVG(Circle().stroke(kRed, 2).frame(20, 20), {30, 30}, ColorScheme::light);
     ASSERT_TRUE(svg.ok()) << svg.error();
     const std::string& s = svg.value();

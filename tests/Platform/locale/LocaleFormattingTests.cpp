@@ -14,39 +14,23 @@
 namespace qrv::platform {
 namespace {
 
-// Sets or clears the locale variables for one test and restores them after.
+// Sets the locale variables for one test (nullptr: unset) and restores them after.
 class LocaleEnvironment {
   public:
     LocaleEnvironment(const char* lcAll, const char* lcMessages, const char* lang) {
-        for (const char* name : kNames) {
-            const char* value = std::getenv(name);
-            saved_[index(name)] = value ? std::optional<std::string>(value) : std::nullopt;
+        const char* values[] = {lcAll, lcMessages, lang};
+        for (std::size_t i = 0; i < 3; ++i) {
+            if (const char* old = std::getenv(kNames[i])) saved_[i] = old;
+            set(kNames[i], values[i]);
         }
-        set("LC_ALL", lcAll);
-        set("LC_MESSAGES", lcMessages);
-        set("LANG", lang);
     }
     ~LocaleEnvironment() {
-        for (const char* name : kNames) {
-            const auto& value = saved_[index(name)];
-            set(name, value ? value->c_str() : nullptr);
-        }
+        for (std::size_t i = 0; i < 3; ++i) set(kNames[i], saved_[i] ? saved_[i]->c_str() : nullptr);
     }
 
   private:
     static constexpr const char* kNames[] = {"LC_ALL", "LC_MESSAGES", "LANG"};
-    static std::size_t index(const char* name) {
-        for (std::size_t i = 0; i < 3; ++i) {
-            if (std::string(kNames[i]) == name) return i;
-        }
-        return 0;
-    }
-    static void set(const char* name, const char* value) {
-        if (value)
-            ::setenv(name, value, 1);
-        else
-            ::unsetenv(name);
-    }
+    static void set(const char* name, const char* value) { value ? ::setenv(name, value, 1) : ::unsetenv(name); }
     std::optional<std::string> saved_[3];
 };
 
