@@ -99,17 +99,11 @@ void encodePNGSettings(benchmark::State& state, const Case& c, platform::PngSett
 }
 
 const bool registeredSettings = [] {
-    using Filter = platform::PngSettings::Filter;
+    using Deflate = platform::PngSettings::Deflate;
     const std::vector<std::pair<std::string, platform::PngSettings>> candidates{
-        {"none-1", {Filter::none, 1, false}},
-        {"none-2", {Filter::none, 2, false}},
-        {"none-6", {Filter::none, 6, false}},
-        {"none-rle", {Filter::none, 1, true}},
-        {"sub-1", {Filter::sub, 1, false}},
-        {"up-1", {Filter::up, 1, false}},
-        {"up-rle", {Filter::up, 1, true}},
-        {"paeth-1", {Filter::paeth, 1, false}},
-        {"adaptive-1", {Filter::adaptive, 1, false}},
+        {"isal-0", {Deflate::isal, 0}}, {"isal-1", {Deflate::isal, 1}}, {"isal-2", {Deflate::isal, 2}},
+        {"isal-3", {Deflate::isal, 3}}, {"zlib-1", {Deflate::zlib, 1}}, {"zlib-2", {Deflate::zlib, 2}},
+        {"zlib-6", {Deflate::zlib, 6}},
     };
     for (const auto& widget : widget::QRVWidgets{}.body(17)) {
         if (host::hostWidgetName(widget.kind()) != "water") continue;
