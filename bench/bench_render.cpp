@@ -65,25 +65,9 @@ void paint(benchmark::State& state, const Case& c) {
     }
 }
 
-void encodePNG(benchmark::State& state, const Case& c) {
-    const auto rendered = renderer().render(c.widget, c.entry, c.family, kScheme);
-    if (!rendered) return state.SkipWithError("nothing rendered");
-    const auto raster = painter().rasterize(rendered->displayList, kScale, kScheme);
-    if (!raster) return state.SkipWithError(raster.error().c_str());
-    std::size_t bytes = 0;
-    for (auto _ : state) {
-        auto png = platform::encodePNG(raster.value());
-        if (!png) state.SkipWithError(png.error().c_str());
-        bytes = png.value().size();
-        benchmark::DoNotOptimize(png);
-    }
-    state.counters["png_bytes"] = static_cast<double>(bytes);
-    state.counters["pixels"] = static_cast<double>(raster.value().width) * raster.value().height;
-}
-
-// The PNG writer's candidate settings on one large image (the medium water
-// widget, the costliest to encode), to choose the defaults by measurement.
-void encodePNGSettings(benchmark::State& state, const Case& c, platform::PngSettings settings) {
+// Also the PNG writer's candidate settings, on one large image (the medium
+// water widget, the costliest to encode), to choose the defaults by measurement.
+void encodePNG(benchmark::State& state, const Case& c, platform::PngSettings settings = {}) {
     const auto rendered = renderer().render(c.widget, c.entry, c.family, kScheme);
     if (!rendered) return state.SkipWithError("nothing rendered");
     const auto raster = painter().rasterize(rendered->displayList, kScale, kScheme);
@@ -96,6 +80,7 @@ void encodePNGSettings(benchmark::State& state, const Case& c, platform::PngSett
         benchmark::DoNotOptimize(png);
     }
     state.counters["png_bytes"] = static_cast<double>(bytes);
+    state.counters["pixels"] = static_cast<double>(raster.value().width) * raster.value().height;
 }
 
 const bool registeredSettings = [] {
@@ -112,7 +97,7 @@ const bool registeredSettings = [] {
         for (const auto& [label, settings] : candidates)
             benchmark::RegisterBenchmark(
                 ("BM_EncodePNGSettings/" + label).c_str(),
-                [c, settings](benchmark::State& state) { encodePNGSettings(state, *c, settings); })
+                [c, settings](benchmark::State& state) { encodePNG(state, *c, settings); })
                 ->Unit(benchmark::kMicrosecond);
     }
     return true;

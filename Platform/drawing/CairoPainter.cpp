@@ -5,6 +5,7 @@
 //   [Player]    display-list ops onto a cairo_t
 //   [Outputs]   raster, SVG (PNG files are written in PngCodec.cpp)
 #include "Platform/drawing/CairoPainter.hpp"
+#include "Platform/drawing/Overloaded.hpp"
 
 #include <cairo-svg.h>
 #include <cairo.h>
@@ -21,13 +22,6 @@
 
 namespace qrv::platform {
 namespace {
-
-template <class... F>
-struct Overloaded : F... {
-    using F::operator()...;
-};
-template <class... F>
-Overloaded(F...) -> Overloaded<F...>;
 
 // ---------------------------------------------------------------------------
 // [Handles]
