@@ -65,25 +65,9 @@ void paint(benchmark::State& state, const Case& c) {
     }
 }
 
-void encodePNG(benchmark::State& state, const Case& c) {
-    const auto rendered = renderer().render(c.widget, c.entry, c.family, kScheme);
-    if (!rendered) return state.SkipWithError("nothing rendered");
-    const auto raster = painter().rasterize(rendered->displayList, kScale, kScheme);
-    if (!raster) return state.SkipWithError(raster.error().c_str());
-    std::size_t bytes = 0;
-    for (auto _ : state) {
-        auto png = platform::encodePNG(raster.value());
-        if (!png) state.SkipWithError(png.error().c_str());
-        bytes = png.value().size();
-        benchmark::DoNotOptimize(png);
-    }
-    state.counters["png_bytes"] = static_cast<double>(bytes);
-    state.counters["pixels"] = static_cast<double>(raster.value().width) * raster.value().height;
-}
-
-// The PNG writer's candidate settings on one large image (the medium water
-// widget, the costliest to encode), to choose the defaults by measurement.
-void encodePNGSettings(benchmark::State& state, const Case& c, platform::PngSettings settings) {
+// Also the PNG writer's candidate settings, on one large image (the medium
+// water widget, the costliest to encode), to choose the defaults by measurement.
+void encodePNG(benchmark::State& state, const Case& c, platform::PngSettings settings = {}) {
     const auto rendered = renderer().render(c.widget, c.entry, c.family, kScheme);
     if (!rendered) return state.SkipWithError("nothing rendered");
     const auto raster = painter().rasterize(rendered->displayList, kScale, kScheme);
@@ -96,20 +80,15 @@ void encodePNGSettings(benchmark::State& state, const Case& c, platform::PngSett
         benchmark::DoNotOptimize(png);
     }
     state.counters["png_bytes"] = static_cast<double>(bytes);
+    state.counters["pixels"] = static_cast<double>(raster.value().width) * raster.value().height;
 }
 
 const bool registeredSettings = [] {
-    using Filter = platform::PngSettings::Filter;
+    using Deflate = platform::PngSettings::Deflate;
     const std::vector<std::pair<std::string, platform::PngSettings>> candidates{
-        {"none-1", {Filter::none, 1, false}},
-        {"none-2", {Filter::none, 2, false}},
-        {"none-6", {Filter::none, 6, false}},
-        {"none-rle", {Filter::none, 1, true}},
-        {"sub-1", {Filter::sub, 1, false}},
-        {"up-1", {Filter::up, 1, false}},
-        {"up-rle", {Filter::up, 1, true}},
-        {"paeth-1", {Filter::paeth, 1, false}},
-        {"adaptive-1", {Filter::adaptive, 1, false}},
+        {"isal-0", {Deflate::isal, 0}}, {"isal-1", {Deflate::isal, 1}}, {"isal-2", {Deflate::isal, 2}},
+        {"isal-3", {Deflate::isal, 3}}, {"zlib-1", {Deflate::zlib, 1}}, {"zlib-2", {Deflate::zlib, 2}},
+        {"zlib-6", {Deflate::zlib, 6}},
     };
     for (const auto& widget : widget::QRVWidgets{}.body(17)) {
         if (host::hostWidgetName(widget.kind()) != "water") continue;
@@ -118,7 +97,7 @@ const bool registeredSettings = [] {
         for (const auto& [label, settings] : candidates)
             benchmark::RegisterBenchmark(
                 ("BM_EncodePNGSettings/" + label).c_str(),
-                [c, settings](benchmark::State& state) { encodePNGSettings(state, *c, settings); })
+                [c, settings](benchmark::State& state) { encodePNG(state, *c, settings); })
                 ->Unit(benchmark::kMicrosecond);
     }
     return true;

@@ -3,19 +3,17 @@
 //   [Text]      the shared Pango context and the measurer built on it
 //   [Icons]     SVG icons by name, loaded once
 //   [Player]    display-list ops onto a cairo_t
-//   [Outputs]   raster, PNG (libpng), SVG
+//   [Outputs]   raster, SVG (PNG files are written in PngCodec.cpp)
 #include "Platform/drawing/CairoPainter.hpp"
+#include "Platform/drawing/Overloaded.hpp"
 
 #include <cairo-svg.h>
 #include <cairo.h>
 #include <librsvg/rsvg.h>
 #include <pango/pangocairo.h>
-#include <png.h>
-#include <zlib.h>
 
 #include <algorithm>
 #include <cmath>
-#include <csetjmp>
 #include <cstdint>
 #include <cstdio>
 #include <map>
@@ -24,13 +22,6 @@
 
 namespace qrv::platform {
 namespace {
-
-template <class... F>
-struct Overloaded : F... {
-    using F::operator()...;
-};
-template <class... F>
-Overloaded(F...) -> Overloaded<F...>;
 
 // ---------------------------------------------------------------------------
 // [Handles]
@@ -392,58 +383,6 @@ RenderError cairoError(const char* what, cairo_status_t status) {
     return RenderError{std::string(what) + ": " + cairo_status_to_string(status)};
 }
 
-struct PngWriteContext {
-    std::vector<std::uint8_t>* out;
-    std::string* error;
-};
-
-void pngWrite(png_structp png, png_bytep data, png_size_t length) {
-    auto* ctx = static_cast<PngWriteContext*>(png_get_io_ptr(png));
-    ctx->out->insert(ctx->out->end(), data, data + length);
-}
-void pngFlush(png_structp) {}
-[[noreturn]] void pngError(png_structp png, png_const_charp message) {
-    auto* error = static_cast<std::string*>(png_get_error_ptr(png));
-    if (error) *error = message;
-    png_longjmp(png, 1);
-}
-void pngWarning(png_structp, png_const_charp) {}
-
-// Kept free of objects with destructors between setjmp and the end, as
-// longjmp would skip them.
-int pngFilter(PngSettings::Filter filter) {
-    switch (filter) {
-        case PngSettings::Filter::none: return PNG_FILTER_NONE;
-        case PngSettings::Filter::sub: return PNG_FILTER_SUB;
-        case PngSettings::Filter::up: return PNG_FILTER_UP;
-        case PngSettings::Filter::paeth: return PNG_FILTER_PAETH;
-        case PngSettings::Filter::adaptive: return PNG_ALL_FILTERS;
-    }
-    return PNG_FILTER_NONE;
-}
-
-bool writePng(const Raster& r, const PngSettings& settings, PngWriteContext& ctx) {
-    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, ctx.error, pngError, pngWarning);
-    if (!png) return false;
-    png_infop info = png_create_info_struct(png);
-    if (!info || setjmp(png_jmpbuf(png))) {
-        png_destroy_write_struct(&png, &info);
-        return false;
-    }
-    png_set_write_fn(png, &ctx, pngWrite, pngFlush);
-    png_set_IHDR(png, info, static_cast<png_uint_32>(r.width), static_cast<png_uint_32>(r.height), 8,
-                 PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-    png_set_filter(png, PNG_FILTER_TYPE_BASE, pngFilter(settings.filter));
-    png_set_compression_level(png, settings.zlibLevel);
-    if (settings.runLengthOnly) png_set_compression_strategy(png, Z_RLE);
-    png_write_info(png, info);
-    for (int y = 0; y < r.height; ++y)
-        png_write_row(png, r.rgba.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(r.width) * 4);
-    png_write_end(png, info);
-    png_destroy_write_struct(&png, &info);
-    return true;
-}
-
 cairo_status_t svgWrite(void* closure, const unsigned char* data, unsigned int length) {
     static_cast<std::string*>(closure)->append(reinterpret_cast<const char*>(data), length);
     return CAIRO_STATUS_SUCCESS;
@@ -579,35 +518,6 @@ RenderResult<std::vector<std::uint8_t>> Painter::renderPNG(const View& view, con
 
 RenderResult<std::string> Painter::renderSVG(const View& view, const RenderOptions& options) const {
     return svg(record(view, options), options.colorScheme);
-}
-
-RenderResult<std::vector<std::uint8_t>> encodePNG(const Raster& raster, const PngSettings& settings) {
-    if (raster.width <= 0 || raster.height <= 0 ||
-        raster.rgba.size() != static_cast<std::size_t>(raster.width) * static_cast<std::size_t>(raster.height) * 4)
-        return RenderError{"raster is empty or its size does not match its pixels"};
-    std::vector<std::uint8_t> out;
-    std::string error;
-    PngWriteContext ctx{&out, &error};
-    if (settings.zlibLevel < 0 || settings.zlibLevel > 9)
-        return RenderError{"zlib level must be between 0 and 9, not " + std::to_string(settings.zlibLevel)};
-    if (!writePng(raster, settings, ctx)) return RenderError{"PNG encoding failed: " + error};
-    return out;
-}
-
-RenderResult<Raster> decodePNG(const std::vector<std::uint8_t>& data) {
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_memory(&image, data.data(), data.size()))
-        return RenderError{std::string("not a PNG: ") + image.message};
-    image.format = PNG_FORMAT_RGBA;
-    Raster out{static_cast<int>(image.width), static_cast<int>(image.height),
-               std::vector<std::uint8_t>(PNG_IMAGE_SIZE(image))};
-    if (!png_image_finish_read(&image, nullptr, out.rgba.data(), 0, nullptr)) {
-        std::string message = image.message;
-        png_image_free(&image);
-        return RenderError{"PNG decoding failed: " + message};
-    }
-    return out;
 }
 
 RenderResult<std::vector<std::uint8_t>> renderPNG(const View& view, Size size, double scale, ColorScheme scheme,

@@ -88,18 +88,18 @@ private:
     std::unique_ptr<Impl> impl_;
 };
 
-// How the PNG writer filters rows and compresses them. The defaults are the
-// cheapest of the candidates measured in bench/ (EncodePNGSettings): widget
-// art is flat, so unfiltered rows compress about 40:1 at a fast zlib level,
-// and every row filter costs more time than it saves in zlib.
+// How the PNG writer compresses. Rows are never filtered: widget art is flat,
+// so unfiltered rows compress about 40:1 and every row filter costs more time
+// than it saves. The default is the cheapest candidate measured in bench/
+// (EncodePNGSettings): ISA-L's deflate at level 1 is several times quicker
+// than zlib's fastest levels and its files are no bigger; zlib stays for the
+// comparison and for anyone who wants the smallest files (level 9).
 struct PngSettings {
-    enum class Filter { none, sub, up, paeth, adaptive };
-    Filter filter = Filter::none;
-    int zlibLevel = 2;           // 0 to 9
-    bool runLengthOnly = false;  // zlib's run-length strategy instead of its matcher
+    enum class Deflate { isal, zlib };
+    Deflate deflate = Deflate::isal;
+    int level = 1;  // ISA-L: 0 to 3; zlib: 0 to 9
 };
 
-// PNG through libpng, several times quicker than the backend's own writer.
 RenderResult<std::vector<std::uint8_t>> encodePNG(const Raster& raster, const PngSettings& settings = {});
 RenderResult<Raster> decodePNG(const std::vector<std::uint8_t>& data);
 

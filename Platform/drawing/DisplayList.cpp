@@ -1,4 +1,5 @@
 #include "Platform/drawing/DisplayList.hpp"
+#include "Platform/drawing/Overloaded.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -7,13 +8,6 @@
 
 namespace qrv::platform {
 namespace {
-
-template <class... F>
-struct Overloaded : F... {
-    using F::operator()...;
-};
-template <class... F>
-Overloaded(F...) -> Overloaded<F...>;
 
 std::string num(double v) {
     if (std::isinf(v)) return v > 0 ? "inf" : "-inf";

@@ -5,6 +5,7 @@
 //   [Placing]    place(): frames for a box and its children
 //   [Entry]      layout(), sizeThatFits(), describe(), findFrame()
 #include "Platform/drawing/Layout.hpp"
+#include "Platform/drawing/Overloaded.hpp"
 
 #include "Platform/drawing/ViewNode.hpp"
 
@@ -20,13 +21,6 @@ namespace {
 constexpr double kDefaultStackSpacing = 8;
 constexpr double kDefaultShapeSize = 10;  // what shapes and readers answer to an unset proposal
 constexpr double kDividerThickness = 1;
-
-template <class... F>
-struct Overloaded : F... {
-    using F::operator()...;
-};
-template <class... F>
-Overloaded(F...) -> Overloaded<F...>;
 
 // ---------------------------------------------------------------------------
 // [Boxes]

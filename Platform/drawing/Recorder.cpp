@@ -1,16 +1,10 @@
 #include "Platform/drawing/Recorder.hpp"
+#include "Platform/drawing/Overloaded.hpp"
 
 #include "Platform/drawing/ViewNode.hpp"
 
 namespace qrv::platform {
 namespace {
-
-template <class... F>
-struct Overloaded : F... {
-    using F::operator()...;
-};
-template <class... F>
-Overloaded(F...) -> Overloaded<F...>;
 
 bool opaque(const Color& c) { return c.light.alpha >= 1 && c.dark.alpha >= 1; }
 

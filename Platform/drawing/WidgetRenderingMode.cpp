@@ -1,17 +1,11 @@
 #include "Platform/drawing/WidgetRenderingMode.hpp"
+#include "Platform/drawing/Overloaded.hpp"
 
 #include <algorithm>
 #include <cctype>
 
 namespace qrv::platform {
 namespace {
-
-template <class... F>
-struct Overloaded : F... {
-    using F::operator()...;
-};
-template <class... F>
-Overloaded(F...) -> Overloaded<F...>;
 
 Rgba mix(Rgba a, Rgba b, double t) {
     return {a.red + (b.red - a.red) * t, a.green + (b.green - a.green) * t, a.blue + (b.blue - a.blue) * t,
