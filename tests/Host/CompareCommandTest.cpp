@@ -27,7 +27,7 @@ TEST(CompareCommandTest, NamesExactlyTheImagesThatUseAChangedColour) {
     const auto render = [&](const std::string& out) {
         std::ofstream(bundle / "Colors.json", std::ios::trunc) << table;
         return world.run({"render", "--out", (dir / out).string(), "--now", "2024-03-09T15:00", "--scale", "1",
-                          "--wait", "0.2"})
+                          "--wait", "20"})
             .exitCode;
     };
     const auto compare = [&](const std::string& a, const std::string& b) {

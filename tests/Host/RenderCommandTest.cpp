@@ -23,7 +23,7 @@ class RenderCommandTest : public ::testing::Test {
 
     int render(const std::string& arguments) const {
         std::vector<std::string> args{"render", "--out", gallery_.string(), "--scheme", "light",
-                                      "--scale", "1", "--wait", "0.2"};
+                                      "--scale", "1", "--wait", "20"};
         std::istringstream words(arguments);
         for (std::string word; words >> word;) args.push_back(word);
         const auto run = world_.run(args);
